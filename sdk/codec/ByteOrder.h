@@ -25,13 +25,19 @@ inline void putBe64(uint8_t* p, uint64_t v)
     putBe32(p + 4, uint32_t(v));
 }
 
-inline uint16_t getBe16(const uint8_t* p) { return uint16_t((p[0] << 8) | p[1]); }
+inline uint16_t getBe16(const uint8_t* p)
+{
+    return uint16_t((p[0] << 8) | p[1]);
+}
 
 inline uint32_t getBe32(const uint8_t* p)
 {
     return (uint32_t(p[0]) << 24) | (uint32_t(p[1]) << 16) | (uint32_t(p[2]) << 8) | uint32_t(p[3]);
 }
 
-inline uint64_t getBe64(const uint8_t* p) { return (uint64_t(getBe32(p)) << 32) | getBe32(p + 4); }
+inline uint64_t getBe64(const uint8_t* p)
+{
+    return (uint64_t(getBe32(p)) << 32) | getBe32(p + 4);
+}
 
 } // namespace cmatrix::wire

@@ -34,8 +34,7 @@ struct Message {
     }
 
     // Fills body from the payload; false when it is short, long or malformed.
-    template <class Body>
-    bool decode(Body& body) const
+    template <class Body> bool decode(Body& body) const
     {
         PayloadReader reader(payload.data(), payload.size());
         body.visit(reader);

@@ -79,8 +79,17 @@ enum class MessageType : uint16_t {
 
 constexpr uint16_t kResponseFlag = 0x8000;
 
-constexpr uint16_t responseOf(MessageType t) { return uint16_t(uint16_t(t) | kResponseFlag); }
-constexpr bool isResponse(uint16_t code) { return (code & kResponseFlag) != 0; }
-constexpr MessageType requestOf(uint16_t code) { return MessageType(uint16_t(code & ~kResponseFlag)); }
+constexpr uint16_t responseOf(MessageType t)
+{
+    return uint16_t(uint16_t(t) | kResponseFlag);
+}
+constexpr bool isResponse(uint16_t code)
+{
+    return (code & kResponseFlag) != 0;
+}
+constexpr MessageType requestOf(uint16_t code)
+{
+    return MessageType(uint16_t(code & ~kResponseFlag));
+}
 
 } // namespace cmatrix::wire

@@ -10,13 +10,11 @@
 #include <vector>
 
 #define FIELDS(...)                                                                                                    \
-    template <class V>                                                                                                 \
-    void visit(V& v)                                                                                                   \
+    template <class V> void visit(V& v)                                                                                \
     {                                                                                                                  \
         v(__VA_ARGS__);                                                                                                \
     }                                                                                                                  \
-    template <class V>                                                                                                 \
-    void visit(V& v) const                                                                                             \
+    template <class V> void visit(V& v) const                                                                          \
     {                                                                                                                  \
         v(__VA_ARGS__);                                                                                                \
     }
@@ -27,10 +25,7 @@ using Bytes = std::vector<uint8_t>;
 
 // A message without payload.
 struct Empty {
-    template <class V>
-    void visit(V&) const
-    {
-    }
+    template <class V> void visit(V&) const { }
 };
 
 // ---- session
@@ -79,7 +74,7 @@ struct WindowList {
     FIELDS(windows)
 };
 struct WindowMoveRequest {
-    MatrixWindow_t window{};
+    MatrixWindow_t window {};
     FIELDS(window)
 };
 struct FullScreenRequest {
@@ -122,7 +117,7 @@ struct IdRequest {
 
 // ---- schemes
 struct SchemeRecord {
-    SchemeInfo_t scheme{};
+    SchemeInfo_t scheme {};
     FIELDS(scheme)
 };
 struct SchemeList {
@@ -148,15 +143,15 @@ struct DisplayInTurnRequest {
 
 // ---- banner, inputs, files, colour, audio
 struct BannerRecord {
-    BannerInfo_t banner{};
+    BannerInfo_t banner {};
     FIELDS(banner)
 };
 struct HdmiStatusRecord {
-    HdmiStatus_t status{};
+    HdmiStatus_t status {};
     FIELDS(status)
 };
 struct PlayHdmiRequest {
-    WindowSlot_t slot{};
+    WindowSlot_t slot {};
     int32_t input = 0;
     FIELDS(slot, input)
 };
@@ -165,17 +160,17 @@ struct FileList {
     FIELDS(files)
 };
 struct PlayFileRequest {
-    WindowSlot_t slot{};
+    WindowSlot_t slot {};
     std::string path;
     FIELDS(slot, path)
 };
 struct ScreenColorRecord {
     int32_t col = 0, row = 0;
-    ScreenColor color{};
+    ScreenColor color {};
     FIELDS(col, row, color)
 };
 struct AudioRecord {
-    DeviceAudioInfo_t audio{};
+    DeviceAudioInfo_t audio {};
     FIELDS(audio)
 };
 
@@ -208,11 +203,11 @@ struct FileTransfer { // firmware upload, configuration import and export, run l
     FIELDS(name, content)
 };
 struct UpdateStatusRecord {
-    UpdateStatus_t status{};
+    UpdateStatus_t status {};
     FIELDS(status)
 };
 struct ResolutionRecord {
-    ScreenResolution_t resolution{};
+    ScreenResolution_t resolution {};
     int32_t setAll = 0;
     FIELDS(resolution, setAll)
 };
@@ -232,7 +227,7 @@ struct LogList {
 
 // ---- discovery and set-up (UDP)
 struct DiscoveryAnswer {
-    DeviceInfo_t device{};
+    DeviceInfo_t device {};
     FIELDS(device)
 };
 struct DeviceIdRequest {
@@ -240,12 +235,12 @@ struct DeviceIdRequest {
     FIELDS(devId)
 };
 struct NetworkRecord {
-    DeviceNetworkCfg_t cfg{};
+    DeviceNetworkCfg_t cfg {};
     FIELDS(cfg)
 };
 struct SetupNetworkRequest {
     std::string devId, user, password;
-    DeviceNetworkCfg_t cfg{};
+    DeviceNetworkCfg_t cfg {};
     FIELDS(devId, user, password, cfg)
 };
 struct ActivateRequest {

@@ -13,13 +13,13 @@ namespace cmatrix::wire {
 // that remain before anything is allocated; the first failure sticks.
 class PayloadReader {
 public:
-    PayloadReader(const uint8_t* data, size_t size) : data_(data), size_(size) {}
-
-    template <class... T>
-    void operator()(T&... fields)
+    PayloadReader(const uint8_t* data, size_t size)
+        : data_(data)
+        , size_(size)
     {
-        (get(fields), ...);
     }
+
+    template <class... T> void operator()(T&... fields) { (get(fields), ...); }
 
     bool ok() const { return ok_; }
     bool atEnd() const { return pos_ == size_; }
@@ -32,15 +32,13 @@ public:
     void get(uint64_t& v);
     void get(std::string& s);
 
-    template <class T>
-    std::enable_if_t<isRecord<T>> get(T& record)
+    template <class T> std::enable_if_t<isRecord<T>> get(T& record)
     {
         if (const uint8_t* p = take(sizeof(T)))
             std::memcpy(&record, p, sizeof(T));
     }
 
-    template <class T>
-    void get(std::vector<T>& list)
+    template <class T> void get(std::vector<T>& list)
     {
         uint32_t count = 0;
         get(count);
@@ -59,8 +57,7 @@ public:
     }
 
 private:
-    template <class T>
-    static constexpr size_t minimumSize()
+    template <class T> static constexpr size_t minimumSize()
     {
         if constexpr (std::is_same_v<T, std::string>)
             return 4;

@@ -10,19 +10,17 @@ namespace cmatrix::wire {
 
 // SDK records (trivially copyable structs) travel as their raw bytes, in the
 // SDK's little-endian layout; scalars and counts travel big-endian.
-template <class T>
-constexpr bool isRecord = std::is_class_v<T> && std::is_trivially_copyable_v<T>;
+template <class T> constexpr bool isRecord = std::is_class_v<T>&& std::is_trivially_copyable_v<T>;
 
 // Appends fields to a payload. Used through the FIELDS() list of a message body.
 class PayloadWriter {
 public:
-    explicit PayloadWriter(std::vector<uint8_t>& out) : out_(out) {}
-
-    template <class... T>
-    void operator()(const T&... fields)
+    explicit PayloadWriter(std::vector<uint8_t>& out)
+        : out_(out)
     {
-        (put(fields), ...);
     }
+
+    template <class... T> void operator()(const T&... fields) { (put(fields), ...); }
 
     void put(bool v) { put(uint8_t(v ? 1 : 0)); }
     void put(uint8_t v) { out_.push_back(v); }
@@ -32,15 +30,13 @@ public:
     void put(uint64_t v);
     void put(const std::string& s);
 
-    template <class T>
-    std::enable_if_t<isRecord<T>> put(const T& record)
+    template <class T> std::enable_if_t<isRecord<T>> put(const T& record)
     {
         const auto* p = reinterpret_cast<const uint8_t*>(&record);
         out_.insert(out_.end(), p, p + sizeof(T));
     }
 
-    template <class T>
-    void put(const std::vector<T>& list)
+    template <class T> void put(const std::vector<T>& list)
     {
         put(uint32_t(list.size()));
         if constexpr (std::is_same_v<T, uint8_t>) {
