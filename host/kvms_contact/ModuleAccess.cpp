@@ -1,0 +1,6 @@
+#include "ModuleAccess.h"
+
+ModuleAccess::ModuleAccess(QObject* parent)
+    : QObject(parent)
+{
+}

@@ -1,0 +1,6 @@
+#include "SystemMsg.h"
+
+SystemMsg::SystemMsg(QObject* parent)
+    : QObject(parent)
+{
+}

@@ -1,0 +1,21 @@
+#pragma once
+
+namespace vms_sdk {
+
+// Events pushed for an open stream through ClientSignals::signalStreamEventPush.
+enum StreamEvent : int {
+    STREAM_EVENT_UNKNOWN_ERROR = 0,
+    STREAM_EVENT_CONNECTED = 1,
+    STREAM_EVENT_CONNECT_FAILED = 2,
+    STREAM_EVENT_RECONNECTING = 3,
+    STREAM_EVENT_CONNECT_BROKEN = 4,
+    STREAM_EVENT_LOGIN_FAILED = 5,
+    STREAM_EVENT_REACH_DEVICE_LIMIT = 6,
+    STREAM_EVENT_RECEIVE_TIMEOUT = 7,
+    STREAM_EVENT_PLAYBACK_END = 8,
+    STREAM_EVENT_WEAK_PASSWORD = 10,
+    STREAM_EVENT_DEFAULT_PASSWORD = 11,
+    STREAM_EVENT_DEVICE_OFFLINE = 12,
+};
+
+} // namespace vms_sdk

@@ -1,0 +1,8 @@
+#pragma once
+
+// Everything the host client library offers to modules.
+#include "ClientSignals.h"
+#include "LogInfo.h"
+#include "PlaybackByTimeCondition.h"
+#include "PlaybackRequests.h"
+#include "StreamEvent.h"

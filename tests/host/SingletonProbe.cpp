@@ -1,0 +1,8 @@
+#include "SingletonProbe.h"
+
+#include "KSingleton.h"
+
+ProbeObject* probeFromLibrary()
+{
+    return KCOMMON::KSingleton<ProbeObject>::instance();
+}

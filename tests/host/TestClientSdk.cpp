@@ -1,0 +1,201 @@
+#include "HostTests.h"
+
+#include "PlaybackRecorder.h"
+#include "vms_sdk.h"
+
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <thread>
+#include <vector>
+
+using namespace vms_sdk;
+
+namespace {
+
+const QString kStampPattern = QStringLiteral(R"(\d{4}-\d{2}-\d{2} \d{2}:\d{2}:\d{2}\.\d{3})");
+
+QStringList readLines(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
+    if (!lines.isEmpty() && lines.last().isEmpty())
+        lines.removeLast();
+    return lines;
+}
+
+PlaybackByTimeCondition validCondition()
+{
+    const QDateTime begin(QDate(2024, 3, 1), QTime(8, 0));
+    return { QStringLiteral("CAM0001"), 1, begin, begin.addSecs(3600), 0 };
+}
+
+} // namespace
+
+class TestClientSdk : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        QVERIFY(dir_.isValid());
+        PlaybackRecorder::instance()->clear();
+    }
+
+    void cleanupTestCase() { set_log_file(QString()); }
+
+    void logLineFormat_data()
+    {
+        QTest::addColumn<QString>("message");
+        QTest::addColumn<QString>("extra");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("call log") << "{ funcName = CMatrix_Connect , ret = 0 }"
+                                  << ""
+                                  << "{ funcName = CMatrix_Connect , ret = 0 }";
+        QTest::newRow("with extra") << "login"
+                                    << "127.0.0.2"
+                                    << "login 127.0.0.2";
+        QTest::newRow("line breaks") << "two\nlines"
+                                     << "a\r\nb"
+                                     << "two lines a b";
+        QTest::newRow("non-ASCII") << QString::fromUtf8("电视墙") << "" << QString::fromUtf8("电视墙");
+    }
+
+    void logLineFormat()
+    {
+        QFETCH(QString, message);
+        QFETCH(QString, extra);
+        QFETCH(QString, expected);
+        // A new file per row also checks that switching files takes effect at once.
+        const QString path = dir_.filePath(QString::fromLatin1(QTest::currentDataTag()) + QStringLiteral(".log"));
+        set_log_file(path);
+        const QDateTime before = QDateTime::currentDateTime().addMSecs(-1);
+        log_info(message, extra);
+
+        const QStringList lines = readLines(path);
+        QCOMPARE(lines.size(), 1);
+        QVERIFY2(QRegularExpression(QStringLiteral("^%1 ").arg(kStampPattern)).match(lines[0]).hasMatch(),
+            qPrintable(lines[0]));
+        QCOMPARE(lines[0].mid(24), expected);
+        const QDateTime stamp = QDateTime::fromString(lines[0].left(23), QStringLiteral("yyyy-MM-dd hh:mm:ss.zzz"));
+        QVERIFY(stamp >= before && stamp <= QDateTime::currentDateTime());
+    }
+
+    void defaultLogFileIsInWorkingDirectory()
+    {
+        const QString previous = QDir::currentPath();
+        QVERIFY(QDir::setCurrent(dir_.path()));
+        set_log_file(QString());
+        log_info(QStringLiteral("default place"), QString());
+        QDir::setCurrent(previous);
+
+        QCOMPARE(log_file(), QStringLiteral("kvms_client.log"));
+        const QStringList lines = readLines(dir_.filePath(QStringLiteral("kvms_client.log")));
+        QCOMPARE(lines.size(), 1);
+        QVERIFY(lines[0].endsWith(QStringLiteral(" default place")));
+    }
+
+    void concurrentLinesStayWhole()
+    {
+        const QString path = dir_.filePath(QStringLiteral("threads.log"));
+        set_log_file(path);
+        const int threadCount = 4;
+        const int linesPerThread = 400;
+        const QString padding(300, QLatin1Char('x'));
+        std::vector<std::thread> threads;
+        for (int t = 0; t < threadCount; ++t) {
+            threads.emplace_back([=] {
+                for (int i = 0; i < linesPerThread; ++i)
+                    log_info(QStringLiteral("T%1 L%2").arg(t).arg(i), padding);
+            });
+        }
+        for (auto& thread : threads)
+            thread.join();
+
+        const QStringList lines = readLines(path);
+        QCOMPARE(lines.size(), threadCount * linesPerThread);
+        const QRegularExpression whole(QStringLiteral("^(%1) T(\\d+) L(\\d+) %2$").arg(kStampPattern, padding));
+        std::vector<int> next(threadCount, 0);
+        QString lastStamp;
+        for (const QString& line : lines) {
+            const auto match = whole.match(line);
+            QVERIFY2(match.hasMatch(), qPrintable(line.left(80)));
+            const int t = match.captured(2).toInt();
+            QCOMPARE(match.captured(3).toInt(), next[t]++); // each thread's lines in order, none lost
+            QVERIFY(match.captured(1) >= lastStamp);
+            lastStamp = match.captured(1);
+        }
+    }
+
+    void unusablePlaybackConditionIsRefused_data()
+    {
+        QTest::addColumn<int>("fault");
+        QTest::newRow("no device") << 0;
+        QTest::newRow("negative channel") << 1;
+        QTest::newRow("no begin") << 2;
+        QTest::newRow("end before begin") << 3;
+    }
+
+    void unusablePlaybackConditionIsRefused()
+    {
+        QFETCH(int, fault);
+        PlaybackByTimeCondition condition = validCondition();
+        switch (fault) {
+        case 0:
+            condition.deviceId.clear();
+            break;
+        case 1:
+            condition.channel = -1;
+            break;
+        case 2:
+            condition.begin = QDateTime();
+            break;
+        case 3:
+            std::swap(condition.begin, condition.end);
+            break;
+        }
+        QVERIFY(playback_by_time_req(condition).isEmpty());
+        QVERIFY(PlaybackRecorder::instance()->openStreams().isEmpty());
+        QCOMPARE(PlaybackRecorder::instance()->callsOf(QStringLiteral("playback_by_time_req")).size(), 1);
+    }
+
+    void playbackSessionIsRecorded()
+    {
+        const PlaybackByTimeCondition condition = validCondition();
+        const QString stream = playback_by_time_req(condition);
+        QVERIFY(!stream.isEmpty());
+        QVERIFY(playback_by_time_req(condition) != stream);
+
+        QCOMPARE(playback_ctrl_req(stream, PLAYBACK_CTRL_PAUSE), 0);
+        QCOMPARE(playback_ctrl_req(stream, 9), -1);
+        QCOMPARE(playback_speed_set_req(stream, QStringLiteral("1/2")), 0);
+        QCOMPARE(playback_speed_set_req(stream, QStringLiteral("3")), -1);
+        QCOMPARE(skip_by_appointed_time_req(stream, condition.begin.addSecs(60)), 0);
+        QCOMPARE(skip_by_appointed_time_req(stream, condition.end.addSecs(1)), -1);
+        QCOMPARE(disconnect_stream_req(stream), 0);
+        QCOMPARE(playback_ctrl_req(stream, PLAYBACK_CTRL_RESUME), -1);
+        QCOMPARE(disconnect_stream_req(stream), -1);
+
+        const QList<PlaybackCall> calls = PlaybackRecorder::instance()->calls();
+        QCOMPARE(calls.size(), 11);
+        QCOMPARE(calls[2].function, QStringLiteral("playback_ctrl_req"));
+        QCOMPARE(calls[2].streamId, stream);
+        QCOMPARE(calls[2].argument.toInt(), 1);
+        QCOMPARE(calls[4].argument.toString(), QStringLiteral("1/2"));
+        QCOMPARE(calls[6].argument.toDateTime(), condition.begin.addSecs(60));
+        QCOMPARE(PlaybackRecorder::instance()->openStreams().size(), 1); // the second request is still open
+    }
+
+private:
+    QTemporaryDir dir_;
+};
+
+QObject* createClientSdkTests()
+{
+    return new TestClientSdk;
+}
+
+#include "TestClientSdk.moc"

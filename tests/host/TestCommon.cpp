@@ -1,0 +1,109 @@
+#include "HostTests.h"
+
+#include "BaseForm.h"
+#include "KSingleton.h"
+#include "KThread.h"
+#include "KWidget.h"
+#include "SingletonProbe.h"
+
+#include <QtTest>
+
+#include <atomic>
+#include <thread>
+#include <vector>
+
+using KCOMMON::KSingleton;
+
+namespace {
+
+std::atomic<int> innerConstructions { 0 };
+std::atomic<int> slowConstructions { 0 };
+
+struct InnerSingleton {
+    InnerSingleton() { ++innerConstructions; }
+};
+
+// Slow to build and asks for another singleton while being built, to widen the race.
+struct SlowSingleton {
+    SlowSingleton()
+    {
+        ++slowConstructions;
+        QThread::msleep(30);
+        inner = KSingleton<InnerSingleton>::instance();
+    }
+    InnerSingleton* inner = nullptr;
+};
+
+} // namespace
+
+class TestCommon : public QObject {
+    Q_OBJECT
+
+private slots:
+    void singletonIsCreatedOnceAcrossThreads()
+    {
+        const int threadCount = 8;
+        std::atomic<bool> go { false };
+        std::vector<SlowSingleton*> seen(threadCount, nullptr);
+        std::vector<std::thread> threads;
+        for (int i = 0; i < threadCount; ++i) {
+            threads.emplace_back([&go, &seen, i] {
+                while (!go.load())
+                    std::this_thread::yield();
+                seen[i] = KSingleton<SlowSingleton>::instance();
+            });
+        }
+        go = true;
+        for (auto& thread : threads)
+            thread.join();
+
+        QCOMPARE(slowConstructions.load(), 1);
+        QCOMPARE(innerConstructions.load(), 1);
+        for (SlowSingleton* object : seen)
+            QCOMPARE(object, seen.front());
+        QVERIFY(seen.front()->inner);
+        QCOMPARE(seen.front()->inner, KSingleton<InnerSingleton>::instance());
+    }
+
+    void singletonIsSharedWithLibraryThatHidesSymbols()
+    {
+        ProbeObject* here = KSingleton<ProbeObject>::instance();
+        QCOMPARE(probeFromLibrary(), here);
+    }
+
+    void threadStopsWhenDestroyedRunning()
+    {
+        auto* thread = new KCOMMON::KThread;
+        thread->start();
+        QTRY_VERIFY(thread->isRunning());
+        delete thread; // must stop its event loop instead of aborting
+    }
+
+    void styleSheetBackgroundIsPainted_data()
+    {
+        QTest::addColumn<bool>("asForm");
+        QTest::newRow("KWidget") << false;
+        QTest::newRow("BaseForm") << true;
+    }
+
+    void styleSheetBackgroundIsPainted()
+    {
+        QFETCH(bool, asForm);
+        // A child: top-level windows get their palette background painted whatever the class.
+        QWidget window;
+        window.resize(60, 40);
+        QWidget* child = asForm ? new kvms_base::BaseForm(&window) : new KCOMMON::KWidget(&window);
+        child->setStyleSheet(QStringLiteral("background-color: rgb(200, 30, 40);"));
+        child->setGeometry(10, 10, 40, 20);
+        const QImage image = window.grab().toImage();
+        QCOMPARE(image.pixelColor(30, 20), QColor(200, 30, 40));
+        QVERIFY(image.pixelColor(5, 5) != QColor(200, 30, 40));
+    }
+};
+
+QObject* createCommonTests()
+{
+    return new TestCommon;
+}
+
+#include "TestCommon.moc"
