@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QString>
+
+namespace vdec {
+
+// Everything a decoder is started with. Identity and the initial password only
+// matter on first boot: once the state directory holds accounts, they win.
+struct DecoderConfig {
+    QString address = QStringLiteral("127.0.0.1");
+    quint16 tcpPort = 0; // 0: ephemeral
+    quint16 udpPort = 0; // discovery; 0: ephemeral
+    QString stateDir; // empty: state is kept in memory only
+
+    QString deviceId = QStringLiteral("VD00000001");
+    QString model = QStringLiteral("VD-1600");
+    QString firmwareVersion = QStringLiteral("V1.0.0 build 240101");
+    QString serial = QStringLiteral("SN000000000001");
+    bool factoryNew = false;
+
+    QString adminUser = QStringLiteral("admin");
+    QString adminPassword = QStringLiteral("admin123");
+    int maxFailedLogins = 5;
+    int lockSeconds = 600;
+
+    int heartbeatIntervalMs = 1000;
+    int heartbeatTimeoutMs = 4000;
+    int maxConnections = 64;
+
+    // The demo and the tests stay on loopback; anything else must be asked for.
+    bool allowAnyAddress = false;
+};
+
+} // namespace vdec

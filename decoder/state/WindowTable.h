@@ -1,0 +1,45 @@
+#pragma once
+
+#include "Window.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace vdec {
+
+// The windows of the wall and the sources bound to their sub-windows. Every change
+// is validated first and applied whole, or not at all; the result is a CMATRIX code.
+class WindowTable {
+public:
+    static constexpr int kMaxWindows = 64;
+    static constexpr int32_t kWallUnits = 32768;
+
+    static bool isDivision(int32_t division);
+    static bool isRect(int32_t x, int32_t y, int32_t w, int32_t h);
+
+    int32_t add(const std::vector<MatrixWindow_t>& records, bool replace);
+    int32_t remove(const std::vector<uint32_t>& ids);
+    int32_t move(const MatrixWindow_t& record);
+    int32_t setFullScreen(int32_t windowId, int32_t subWindow, int32_t full);
+    int32_t setDivision(int32_t windowId, int32_t division);
+    int32_t addSources(int32_t windowId, const std::vector<DeviceInfo_t>& devices, bool reset);
+    int32_t removeSources(int32_t windowId, const std::vector<DeviceInfo_t>& devices, bool reset);
+
+    const Window* find(int64_t id) const;
+    const std::vector<Window>& windows() const { return windows_; }
+    std::vector<MatrixWindowStatus_t> statusList() const;
+    std::vector<WindowDivision_t> divisions() const;
+
+    void clear() { windows_.clear(); }
+    // Takes windows read back from disk, dropping any that would not pass validation.
+    int restore(std::vector<Window> windows);
+
+private:
+    static int32_t checkRecord(const MatrixWindow_t& record);
+    Window* findMutable(int64_t id);
+    int32_t topLayer() const;
+
+    std::vector<Window> windows_; // in creation order
+};
+
+} // namespace vdec

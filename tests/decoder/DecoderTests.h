@@ -1,0 +1,68 @@
+#pragma once
+
+#include "DecoderFixture.h"
+
+#include <QObject>
+
+// The virtual decoder, driven over TCP with raw protocol messages.
+class DecoderTests : public QObject {
+    Q_OBJECT
+
+private slots:
+    void cleanup();
+
+    // TestLogin.cpp
+    void loginAnswers_data();
+    void loginAnswers();
+    void loginSequences_data();
+    void loginSequences();
+    void lockExpires();
+    void requestsBeforeLogin_data();
+    void requestsBeforeLogin();
+    void unknownRequestsAfterLogin();
+
+    // TestValidation.cpp
+    void badRequests_data();
+    void badRequests();
+
+    // TestWindows.cpp
+    void windowsKeepLayoutAndLayers();
+    void sourcesReadBackByteForByte();
+    void sourceRemoval_data();
+    void sourceRemoval();
+    void divisionDropsSourcesBeyondIt();
+
+    // TestWall.cpp
+    void setMatrixClearsWindowsOnlyOnNewGrid();
+    void screensResetAndMerge();
+    void clockAndRole();
+    void statePersistsAcrossRestart();
+    void corruptStateStartsFresh_data();
+    void corruptStateStartsFresh();
+
+    // TestConnections.cpp
+    void clientsShareOneWall();
+    void brokenStreams_data();
+    void brokenStreams();
+    void heartbeatTimeoutClosesSilentClient();
+    void killConnectionsResetsClients();
+
+    // TestFaults.cpp
+    void failAndSwallow();
+    void lateAnswersAndDrops();
+    void garbledAnswers_data();
+    void garbledAnswers();
+    void journalRecordsWhatWasSent();
+
+    // TestDaemon.cpp
+    void daemonListensAndStops();
+    void daemonRefusesBadArguments_data();
+    void daemonRefusesBadArguments();
+
+private:
+    // A decoder with a 4x4 wall "Lobby": cell window 1 (division 4, a source in
+    // sub-window 2) and floating window 2; and a logged-in client.
+    kvmstest::TestClient* standardWall(vdec::VirtualDecoder** decoder = nullptr);
+
+    kvmstest::DecoderFixture fixture_;
+};

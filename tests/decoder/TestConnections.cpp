@@ -1,0 +1,153 @@
+#include "DecoderTests.h"
+#include "TestTimeout.h"
+#include "WireRecords.h"
+
+#include <QElapsedTimer>
+#include <QtTest>
+
+#include <atomic>
+#include <thread>
+
+using namespace cmatrix::wire;
+using namespace wirerecords;
+using kvmstest::TestClient;
+
+Q_DECLARE_METATYPE(TestClient::Bytes)
+
+namespace {
+
+TestClient::Bytes header(uint32_t magic, uint16_t version, uint32_t length)
+{
+    TestClient::Bytes out(WireHeader::kSize);
+    WireHeader h;
+    h.magic = magic;
+    h.version = version;
+    h.type = uint16_t(MessageType::GetMatrix);
+    h.requestId = 1;
+    h.length = length;
+    h.encode(out.data());
+    return out;
+}
+
+} // namespace
+
+void DecoderTests::clientsShareOneWall()
+{
+    vdec::VirtualDecoder* d = fixture_.startDecoder(14);
+    TestClient* a = fixture_.connectTo(d);
+    TestClient* b = fixture_.connectTo(d);
+    QVERIFY(a && b);
+    QCOMPARE(a->call(MessageType::WindowAdd, WindowAddRequest { { window(1, 0, 0, 100, 100) }, false }), CMATRIX_OK);
+    WindowList seen;
+    QCOMPARE(b->call(MessageType::WindowGet, Empty {}, &seen), CMATRIX_OK);
+    QCOMPARE(seen.windows.size(), size_t(1));
+
+    // Clients on their own threads at once: every change lands, none is lost.
+    constexpr int kClients = 4, kWindowsEach = 10;
+    std::atomic<int> failures { 0 };
+    std::vector<std::thread> threads;
+    for (int t = 0; t < kClients; ++t) {
+        threads.emplace_back([&, t] {
+            TestClient client;
+            if (!client.connectTo(d->address(), d->port()) || client.login("admin", "admin123") != CMATRIX_OK) {
+                ++failures;
+                return;
+            }
+            for (int i = 0; i < kWindowsEach; ++i) {
+                const uint32_t id = uint32_t(100 + t * kWindowsEach + i);
+                WindowList list;
+                if (client.call(MessageType::WindowAdd, WindowAddRequest { { window(id, 0, 0, 10, 10) }, false })
+                        != CMATRIX_OK
+                    || client.call(MessageType::WindowGet, Empty {}, &list) != CMATRIX_OK)
+                    ++failures;
+            }
+        });
+    }
+    for (std::thread& t : threads)
+        t.join();
+    QCOMPARE(failures.load(), 0);
+    QCOMPARE(d->snapshot().windows.size(), size_t(1 + kClients * kWindowsEach));
+    QCOMPARE(d->journal().count(MessageType::WindowAdd), 1 + kClients * kWindowsEach);
+}
+
+void DecoderTests::brokenStreams_data()
+{
+    QTest::addColumn<TestClient::Bytes>("bytes");
+    QTest::addColumn<bool>("closedByDecoder");
+
+    QTest::newRow("bad magic") << header(0x4B4D5459, 1, 0) << true;
+    QTest::newRow("bad version") << header(WireHeader::kMagic, 2, 0) << true;
+    QTest::newRow("length over the limit") << header(WireHeader::kMagic, 1, WireHeader::kMaxPayload + 1) << true;
+    QTest::newRow("random bytes") << TestClient::Bytes(64, 0xA5) << true;
+    // Incomplete messages are waited for; the client then goes away.
+    TestClient::Bytes half = header(WireHeader::kMagic, 1, 0);
+    half.resize(10);
+    QTest::newRow("half a header") << half << false;
+    TestClient::Bytes truncated = header(WireHeader::kMagic, 1, 100);
+    truncated.resize(truncated.size() + 10, 0);
+    QTest::newRow("truncated payload") << truncated << false;
+}
+
+void DecoderTests::brokenStreams()
+{
+    QFETCH(TestClient::Bytes, bytes);
+    QFETCH(bool, closedByDecoder);
+
+    vdec::VirtualDecoder* d = fixture_.startDecoder(15);
+    TestClient* c = fixture_.connectTo(d);
+    QVERIFY(c);
+    QVERIFY(c->sendBytes(bytes));
+    if (closedByDecoder) {
+        QVERIFY(c->waitClosed(kvmstest::scaled(2000)));
+    } else {
+        Message m;
+        QCOMPARE(c->receive(m, 300), TestClient::Wait::Timeout);
+        c->close();
+    }
+    QTRY_COMPARE_WITH_TIMEOUT(d->connectionCount(), 0, kvmstest::scaled(2000));
+    TestClient* next = fixture_.connectTo(d);
+    QVERIFY(next);
+    QCOMPARE(next->call(MessageType::GetMatrix, Empty {}), CMATRIX_OK);
+}
+
+void DecoderTests::heartbeatTimeoutClosesSilentClient()
+{
+    vdec::VirtualDecoder* d = fixture_.startDecoder(16, [](vdec::DecoderConfig& c) {
+        c.heartbeatIntervalMs = 100;
+        c.heartbeatTimeoutMs = 600;
+    });
+    TestClient* silent = fixture_.connectTo(d);
+    TestClient* talker = fixture_.connectTo(d);
+    QVERIFY(silent && talker);
+    QElapsedTimer clock;
+    clock.start();
+
+    // The talker sends heartbeats only; the decoder keeps it and sends its own.
+    while (clock.elapsed() < 1200) {
+        QVERIFY(talker->sendHeartbeat());
+        Message m;
+        QCOMPARE(talker->receive(m, 100), TestClient::Wait::Timeout);
+    }
+    QVERIFY(talker->heartbeatsReceived() >= 5);
+    QCOMPARE(talker->call(MessageType::GetMatrix, Empty {}), CMATRIX_OK);
+
+    QVERIFY(silent->waitClosed(kvmstest::scaled(2000)));
+    QVERIFY(silent->heartbeatsReceived() >= 2);
+    QCOMPARE(d->connectionCount(), 1);
+}
+
+void DecoderTests::killConnectionsResetsClients()
+{
+    vdec::VirtualDecoder* d = nullptr;
+    TestClient* a = standardWall(&d);
+    TestClient* b = fixture_.connectTo(d);
+    QVERIFY(a && b);
+    const QString before = stateText(d->snapshot());
+    d->killConnections();
+    QVERIFY(a->waitClosed(kvmstest::scaled(2000)));
+    QVERIFY(b->waitClosed(kvmstest::scaled(2000)));
+    QCOMPARE(stateText(d->snapshot()), before);
+    TestClient* c = fixture_.connectTo(d);
+    QVERIFY(c);
+    QCOMPARE(c->call(MessageType::WindowGet, Empty {}), CMATRIX_OK);
+}

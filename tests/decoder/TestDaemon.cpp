@@ -1,0 +1,79 @@
+#include "DecoderTests.h"
+#include "TestTimeout.h"
+
+#include <QDeadlineTimer>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QtTest>
+
+using namespace cmatrix::wire;
+using kvmstest::TestClient;
+
+void DecoderTests::daemonListensAndStops()
+{
+    QTemporaryDir dir;
+    QVERIFY(dir.isValid());
+    QProcess daemon;
+    daemon.setProgram(VIRTUAL_DECODER_PATH);
+    daemon.setArguments({ "--address", "127.0.0.21", "--port", "0", "--state-dir", dir.path(), "--device-id", "VD21",
+        "--password", "secret99" });
+    daemon.start();
+    QVERIFY2(daemon.waitForStarted(kvmstest::scaled(5000)), qPrintable(daemon.errorString()));
+    auto stopDaemon = qScopeGuard([&] {
+        if (daemon.state() != QProcess::NotRunning) {
+            daemon.kill();
+            daemon.waitForFinished(kvmstest::scaled(5000));
+        }
+    });
+
+    QDeadlineTimer deadline(kvmstest::scaled(5000));
+    while (!daemon.canReadLine() && !deadline.hasExpired())
+        daemon.waitForReadyRead(50);
+    const QString line = QString::fromUtf8(daemon.readLine()).trimmed();
+    const QRegularExpressionMatch match
+        = QRegularExpression(R"(^virtual-decoder VD21 listening on (\S+) tcp=(\d+)$)").match(line);
+    QVERIFY2(match.hasMatch(), qPrintable(line));
+    QCOMPARE(match.captured(1), QString("127.0.0.21"));
+
+    TestClient client;
+    QVERIFY(client.connectTo(match.captured(1), quint16(match.captured(2).toUInt())));
+    QCOMPARE(client.login("admin", "secret99"), CMATRIX_OK);
+    QCOMPARE(client.call(MessageType::GetMatrix, Empty {}), CMATRIX_OK);
+
+    daemon.terminate(); // SIGTERM: a clean stop
+    QVERIFY(daemon.waitForFinished(kvmstest::scaled(5000)));
+    QCOMPARE(daemon.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(daemon.exitCode(), 0);
+    QVERIFY(client.waitClosed(kvmstest::scaled(2000)));
+    QVERIFY(QFile::exists(dir.filePath("state.json")));
+}
+
+void DecoderTests::daemonRefusesBadArguments_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("complaint");
+
+    // Refused before anything is opened: the address is only checked, never used.
+    QTest::newRow("address outside loopback") << QStringList { "--address", "192.0.2.1" } << "not a loopback address";
+    QTest::newRow("not an address") << QStringList { "--address", "127.0.0" } << "not an IPv4 address";
+    QTest::newRow("port out of range") << QStringList { "--port", "70000" } << "ports are";
+    QTest::newRow("lock seconds not a number") << QStringList { "--lock-seconds", "soon" } << "out of range";
+    QTest::newRow("stray argument") << QStringList { "extra" } << "unexpected argument";
+}
+
+void DecoderTests::daemonRefusesBadArguments()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, complaint);
+
+    QTemporaryDir dir;
+    QVERIFY(dir.isValid());
+    QProcess daemon;
+    daemon.start(
+        VIRTUAL_DECODER_PATH, QStringList { "--address", "127.0.0.22", "--state-dir", dir.path() } + arguments);
+    QVERIFY(daemon.waitForFinished(kvmstest::scaled(5000)));
+    QCOMPARE(daemon.exitCode(), 2);
+    const QString errors = QString::fromUtf8(daemon.readAllStandardError());
+    QVERIFY2(errors.contains(complaint), qPrintable(errors));
+    QVERIFY(daemon.readAllStandardOutput().isEmpty());
+}

@@ -1,0 +1,166 @@
+#include "DecoderTests.h"
+#include "TestTimeout.h"
+#include "WireRecords.h"
+
+#include <QtTest>
+
+using namespace cmatrix::wire;
+using kvmstest::TestClient;
+
+namespace {
+
+QString passwordError(int failed, int allowed, int lockSeconds)
+{
+    return QStringLiteral(R"({"ERRCODE":"PASSWDERR","PARAM":{"ERRNUM":%1,"SUMNUM":%2,"LOCKTIME":%3}})")
+        .arg(failed)
+        .arg(allowed)
+        .arg(lockSeconds);
+}
+
+} // namespace
+
+void DecoderTests::loginAnswers_data()
+{
+    QTest::addColumn<bool>("factoryNew");
+    QTest::addColumn<QString>("user");
+    QTest::addColumn<QString>("password");
+    QTest::addColumn<int>("status");
+    QTest::addColumn<QString>("errorJson");
+
+    QTest::newRow("right password") << false << "admin"
+                                    << "admin123" << CMATRIX_OK << QString();
+    QTest::newRow("wrong password") << false << "admin"
+                                    << "admin124" << CMATRIX_ERR_PASSWORD << passwordError(1, 5, 600);
+    // An unknown name answers as a wrong password does, so names cannot be probed.
+    QTest::newRow("unknown user") << false << "operator"
+                                  << "admin123" << CMATRIX_ERR_PASSWORD << passwordError(1, 5, 600);
+    QTest::newRow("factory-new unit") << true << "admin"
+                                      << "admin123" << CMATRIX_ERR_NOT_ACTIVATED
+                                      << R"({"ERRCODE":"DEVNOACTIVE","PARAM":{}})";
+}
+
+void DecoderTests::loginAnswers()
+{
+    QFETCH(bool, factoryNew);
+    QFETCH(QString, user);
+    QFETCH(QString, password);
+    QFETCH(int, status);
+    QFETCH(QString, errorJson);
+
+    vdec::VirtualDecoder* d = fixture_.startDecoder(2, [&](vdec::DecoderConfig& c) { c.factoryNew = factoryNew; });
+    TestClient* c = fixture_.connectTo(d, false);
+    QVERIFY(c);
+    QString json;
+    QCOMPARE(c->login(user, password, &json), status);
+    QCOMPARE(json, errorJson);
+    // Logged in exactly when the login succeeded.
+    const int32_t after = c->call(MessageType::GetMatrix, Empty {});
+    QCOMPARE(after, status == CMATRIX_OK ? CMATRIX_OK : CMATRIX_ERR_NOT_LOGGED_IN);
+}
+
+void DecoderTests::loginSequences_data()
+{
+    QTest::addColumn<QStringList>("passwords");
+    QTest::addColumn<int>("status");
+    QTest::addColumn<QString>("errorJson");
+
+    const QString good = "admin123", bad = "wrong";
+    QTest::newRow("success resets the count")
+        << QStringList { bad, bad, good, bad } << CMATRIX_ERR_PASSWORD << passwordError(1, 3, 60);
+    QTest::newRow("attempt reaching the limit")
+        << QStringList { bad, bad, bad } << CMATRIX_ERR_PASSWORD << passwordError(3, 3, 60);
+    QTest::newRow("locked refuses the right password") << QStringList { bad, bad, bad, good } << CMATRIX_ERR_USER_LOCKED
+                                                       << R"({"ERRCODE":"USERLOCK","PARAM":{"UNLOCKTIME":60}})";
+    QTest::newRow("locked refuses a wrong password") << QStringList { bad, bad, bad, bad } << CMATRIX_ERR_USER_LOCKED
+                                                     << R"({"ERRCODE":"USERLOCK","PARAM":{"UNLOCKTIME":60}})";
+}
+
+void DecoderTests::loginSequences()
+{
+    QFETCH(QStringList, passwords);
+    QFETCH(int, status);
+    QFETCH(QString, errorJson);
+
+    vdec::VirtualDecoder* d = fixture_.startDecoder(3, [](vdec::DecoderConfig& c) {
+        c.maxFailedLogins = 3;
+        c.lockSeconds = 60;
+    });
+    TestClient* c = fixture_.connectTo(d, false);
+    QVERIFY(c);
+    int32_t rc = 0;
+    QString json;
+    for (const QString& password : passwords)
+        rc = c->login("admin", password, &json);
+    QCOMPARE(rc, status);
+    QCOMPARE(json, errorJson);
+}
+
+void DecoderTests::lockExpires()
+{
+    vdec::VirtualDecoder* d = fixture_.startDecoder(4, [](vdec::DecoderConfig& c) {
+        c.maxFailedLogins = 2;
+        c.lockSeconds = 1;
+    });
+    TestClient* first = fixture_.connectTo(d, false);
+    TestClient* second = fixture_.connectTo(d, false);
+    QVERIFY(first && second);
+    QCOMPARE(first->login("admin", "x"), CMATRIX_ERR_PASSWORD);
+    QCOMPARE(first->login("admin", "x"), CMATRIX_ERR_PASSWORD);
+    // The lock is the account's, not the connection's.
+    QString json;
+    QCOMPARE(second->login("admin", "admin123", &json), CMATRIX_ERR_USER_LOCKED);
+    QCOMPARE(json, QString(R"({"ERRCODE":"USERLOCK","PARAM":{"UNLOCKTIME":1}})"));
+    QVERIFY(d->snapshot().account("admin")->locked);
+
+    QTRY_VERIFY_WITH_TIMEOUT(!d->snapshot().account("admin")->locked, kvmstest::scaled(3000));
+    QCOMPARE(second->login("admin", "admin123"), CMATRIX_OK);
+    // After the lock the count starts afresh.
+    QCOMPARE(first->login("admin", "x", &json), CMATRIX_ERR_PASSWORD);
+    QCOMPARE(json, passwordError(1, 2, 1));
+}
+
+void DecoderTests::requestsBeforeLogin_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<QByteArray>("payload");
+
+    const auto add = WindowAddRequest { { wirerecords::window(1, 0, 0, 100, 100) }, false };
+    const TestClient::Bytes addBytes = TestClient::encodeBody(add);
+    QTest::newRow("GetMatrix") << int(MessageType::GetMatrix) << QByteArray();
+    QTest::newRow("WindowAdd") << int(MessageType::WindowAdd)
+                               << QByteArray(reinterpret_cast<const char*>(addBytes.data()), int(addBytes.size()));
+    QTest::newRow("Logout") << int(MessageType::Logout) << QByteArray();
+    QTest::newRow("unknown type") << 0x0777 << QByteArray();
+    QTest::newRow("malformed payload") << int(MessageType::SetMatrix) << QByteArray("\x01", 1);
+}
+
+void DecoderTests::requestsBeforeLogin()
+{
+    QFETCH(int, type);
+    QFETCH(QByteArray, payload);
+
+    vdec::VirtualDecoder* d = fixture_.startDecoder(5);
+    TestClient* c = fixture_.connectTo(d, false);
+    QVERIFY(c);
+    const TestClient::Bytes bytes(payload.begin(), payload.end());
+    QCOMPARE(c->callRaw(uint16_t(type), bytes), CMATRIX_ERR_NOT_LOGGED_IN);
+    QVERIFY(d->snapshot().windows.empty());
+
+    // A logout ends the session but not the connection.
+    QCOMPARE(c->login("admin", "admin123"), CMATRIX_OK);
+    QCOMPARE(c->call(MessageType::Logout, Empty {}), CMATRIX_OK);
+    QCOMPARE(c->callRaw(uint16_t(type), bytes), CMATRIX_ERR_NOT_LOGGED_IN);
+}
+
+void DecoderTests::unknownRequestsAfterLogin()
+{
+    TestClient* c = fixture_.connectTo(fixture_.startDecoder(6));
+    QVERIFY(c);
+    QCOMPARE(c->callRaw(0x0777, {}), CMATRIX_ERR_NOT_SUPPORTED);
+    QCOMPARE(c->callRaw(uint16_t(MessageType::SceneGet), {}), CMATRIX_ERR_NOT_SUPPORTED);
+    // A heartbeat is never answered, before or after a login, and keeps the connection.
+    QVERIFY(c->sendHeartbeat());
+    Message m;
+    QCOMPARE(c->receive(m, 200), TestClient::Wait::Timeout);
+    QCOMPARE(c->call(MessageType::GetMatrix, Empty {}), CMATRIX_OK);
+}

@@ -1,0 +1,66 @@
+#include "DecoderFixture.h"
+
+#include "TestTimeout.h"
+
+#include <QtDebug>
+
+namespace kvmstest {
+
+DecoderFixture::~DecoderFixture()
+{
+    cleanup();
+}
+
+vdec::VirtualDecoder* DecoderFixture::startDecoder(int n, const Tweak& tweak)
+{
+    auto dir = std::make_unique<QTemporaryDir>();
+    if (!dir->isValid()) {
+        qWarning() << "no temporary directory:" << dir->errorString();
+        return nullptr;
+    }
+    vdec::DecoderConfig config;
+    config.address = loopback(n);
+    config.stateDir = dir->path();
+    config.deviceId = QStringLiteral("VD%1").arg(n, 8, 10, QLatin1Char('0'));
+    if (tweak)
+        tweak(config);
+    auto decoder = std::make_unique<vdec::VirtualDecoder>(config);
+    QString error;
+    if (!decoder->start(&error)) {
+        qWarning().noquote() << "decoder on" << config.address << "did not start:" << error;
+        return nullptr;
+    }
+    dirs_.push_back(std::move(dir));
+    decoders_.push_back(std::move(decoder));
+    return decoders_.back().get();
+}
+
+TestClient* DecoderFixture::connectTo(vdec::VirtualDecoder* decoder, bool login)
+{
+    if (!decoder)
+        return nullptr;
+    auto client = std::make_unique<TestClient>();
+    if (!client->connectTo(decoder->address(), decoder->port(), scaled(2000))) {
+        qWarning() << "cannot connect to" << decoder->address() << decoder->port();
+        return nullptr;
+    }
+    if (login) {
+        const vdec::DecoderConfig& c = decoder->config();
+        const int32_t rc = client->login(c.adminUser, c.adminPassword);
+        if (rc != CMATRIX_OK) {
+            qWarning() << "login refused:" << rc;
+            return nullptr;
+        }
+    }
+    clients_.push_back(std::move(client));
+    return clients_.back().get();
+}
+
+void DecoderFixture::cleanup()
+{
+    clients_.clear();
+    decoders_.clear(); // each stops and joins its threads
+    dirs_.clear();
+}
+
+} // namespace kvmstest
