@@ -1,0 +1,199 @@
+#include "Session.h"
+
+#include "Messages.h"
+
+#include <cstdlib>
+#include <cstring>
+
+namespace cmatrix::sdk {
+
+using wire::MessageType;
+
+Session::~Session()
+{
+    if (control_)
+        control_->stop();
+    if (connecting_)
+        connecting_->stop();
+    for (void* list : lists_)
+        std::free(list);
+}
+
+void Session::setCallback(CMatrix_StatusCallback callback, void* user)
+{
+    std::lock_guard<std::mutex> lock(mutex_);
+    callback_ = callback;
+    callbackUser_ = user;
+}
+
+void Session::setTiming(Connection::Timing timing)
+{
+    std::lock_guard<std::mutex> lock(mutex_);
+    timing_ = timing;
+}
+
+int Session::connect(
+    const std::string& ip, uint16_t port, const std::string& user, const std::string& password, int timeoutMs)
+{
+    const auto deadline = Clock::now() + std::chrono::milliseconds(timeoutMs);
+    std::lock_guard<std::mutex> serial(connectMutex_);
+    std::shared_ptr<Connection> previous;
+    Connection::Timing timing;
+    {
+        std::lock_guard<std::mutex> lock(mutex_);
+        if (shutDown_)
+            return CMATRIX_ERR_INVALID_HANDLE;
+        loginError_.clear();
+        previous = std::move(control_);
+        timing = timing_;
+    }
+    if (previous)
+        previous->stop();
+
+    std::shared_ptr<Connection> connection;
+    int rc = Connection::open(ip, port, deadline, timing, connection);
+    if (rc != CMATRIX_OK)
+        return rc;
+    const std::weak_ptr<Session> self = weak_from_this();
+    const Connection* raw = connection.get();
+    connection->start([self, raw] {
+        if (const std::shared_ptr<Session> session = self.lock())
+            session->connectionLost(raw);
+    });
+    {
+        std::lock_guard<std::mutex> lock(mutex_);
+        if (!shutDown_)
+            connecting_ = connection;
+        else
+            rc = CMATRIX_ERR_INVALID_HANDLE;
+    }
+    if (rc == CMATRIX_OK)
+        rc = login(*connection, user, password, deadline);
+    {
+        std::lock_guard<std::mutex> lock(mutex_);
+        if (connecting_ == connection)
+            connecting_.reset();
+        else if (rc == CMATRIX_OK)
+            rc = CMATRIX_ERR_DISCONNECTED; // disconnected while logging in
+        // Installed only while still open: a loss from now on finds it in place and is
+        // reported; a loss before this point ends in the result instead.
+        if (rc == CMATRIX_OK && connection->isOpen())
+            control_ = connection;
+        else if (rc == CMATRIX_OK)
+            rc = CMATRIX_ERR_DISCONNECTED;
+    }
+    if (rc != CMATRIX_OK)
+        connection->stop();
+    return rc;
+}
+
+int Session::login(
+    Connection& connection, const std::string& user, const std::string& password, Clock::time_point deadline)
+{
+    const uint32_t id = connection.nextRequestId();
+    const wire::LoginRequest request { user, password };
+    wire::Message answer;
+    const int rc = connection.exchange(
+        MessageType::Login, id, wire::Message::encode(uint16_t(MessageType::Login), id, 0, request), deadline, answer);
+    if (rc != CMATRIX_OK)
+        return rc;
+    if (answer.header.status == CMATRIX_OK) {
+        wire::Empty nothing;
+        return answer.decode(nothing) ? CMATRIX_OK : CMATRIX_ERR_PROTOCOL;
+    }
+    wire::LoginFailure failure;
+    if (answer.decode(failure)) {
+        std::lock_guard<std::mutex> lock(mutex_);
+        loginError_ = std::move(failure.errorJson);
+    }
+    return Connection::statusResult(answer.header.status);
+}
+
+bool Session::loginError(std::string& text) const
+{
+    std::lock_guard<std::mutex> lock(mutex_);
+    text = loginError_;
+    return !text.empty();
+}
+
+void Session::disconnect()
+{
+    std::shared_ptr<Connection> control;
+    std::shared_ptr<Connection> connecting;
+    {
+        std::lock_guard<std::mutex> lock(mutex_);
+        control = std::move(control_);
+        connecting = std::move(connecting_);
+    }
+    if (control) {
+        // A courtesy to the decoder; the close says the same if this cannot go out at once.
+        control->post(MessageType::Logout, Clock::now() + std::chrono::milliseconds(100));
+        control->stop();
+    }
+    if (connecting)
+        connecting->stop();
+}
+
+void Session::shutdown()
+{
+    {
+        std::lock_guard<std::mutex> lock(mutex_);
+        shutDown_ = true;
+    }
+    disconnect();
+}
+
+std::shared_ptr<Connection> Session::control() const
+{
+    std::lock_guard<std::mutex> lock(mutex_);
+    return control_;
+}
+
+void Session::connectionLost(const Connection* connection)
+{
+    CMatrix_StatusCallback callback = nullptr;
+    void* user = nullptr;
+    {
+        std::lock_guard<std::mutex> lock(mutex_);
+        // A connection replaced or closed on purpose is not news to the caller.
+        if (shutDown_ || control_.get() != connection)
+            return;
+        callback = callback_;
+        user = callbackUser_;
+    }
+    if (callback)
+        callback(handle_, CMATRIX_EVENT_DISCONNECTED, user);
+}
+
+void* Session::handOutBytes(const void* data, size_t size)
+{
+    if (size == 0)
+        return nullptr;
+    void* list = std::malloc(size);
+    if (!list)
+        return nullptr;
+    std::memcpy(list, data, size);
+    try {
+        std::lock_guard<std::mutex> lock(listMutex_);
+        lists_.insert(list);
+    } catch (...) {
+        std::free(list);
+        return nullptr;
+    }
+    return list;
+}
+
+int Session::release(void* list)
+{
+    if (!list)
+        return CMATRIX_OK;
+    {
+        std::lock_guard<std::mutex> lock(listMutex_);
+        if (lists_.erase(list) == 0)
+            return CMATRIX_ERR_INVALID_PARAM;
+    }
+    std::free(list);
+    return CMATRIX_OK;
+}
+
+} // namespace cmatrix::sdk

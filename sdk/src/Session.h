@@ -1,0 +1,88 @@
+#pragma once
+
+#include "CMatrixSDK.h"
+#include "Connection.h"
+
+#include <atomic>
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <unordered_set>
+#include <vector>
+
+namespace cmatrix::sdk {
+
+// Everything behind one CMHANDLE: the control connection, the status callback, the
+// per-call timeout, the last login refusal and the lists handed out to the caller.
+class Session : public std::enable_shared_from_this<Session> {
+public:
+    explicit Session(CMHANDLE handle)
+        : handle_(handle)
+    {
+    }
+    ~Session();
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+    CMHANDLE handle() const { return handle_; }
+
+    void setCallback(CMatrix_StatusCallback callback, void* user);
+    void setTimeout(int timeoutMs) { timeoutMs_.store(timeoutMs); }
+    void setTiming(Connection::Timing timing);
+
+    // Connects and logs in within timeoutMs, replacing an earlier connection silently.
+    int connect(
+        const std::string& ip, uint16_t port, const std::string& user, const std::string& password, int timeoutMs);
+    // The JSON text of the last refused login; false when the last connect was not refused.
+    bool loginError(std::string& text) const;
+    // Closes on purpose: no status callback.
+    void disconnect();
+    // Disconnects for good; the handle is being destroyed.
+    void shutdown();
+
+    // One request on the control connection within the handle's timeout.
+    template <class Request, class Answer> int call(wire::MessageType type, const Request& request, Answer& answer)
+    {
+        const std::shared_ptr<Connection> connection = control();
+        if (!connection)
+            return CMATRIX_ERR_FAILED;
+        const auto deadline = Clock::now() + std::chrono::milliseconds(timeoutMs_.load());
+        return connection->call(type, request, answer, deadline);
+    }
+
+    // Copies items into a malloc'ed array the caller releases with release(); returns the count.
+    template <class T> int handOut(const std::vector<T>& items, T** out)
+    {
+        *out = static_cast<T*>(handOutBytes(items.data(), items.size() * sizeof(T)));
+        if (!items.empty() && !*out)
+            return CMATRIX_ERR_NO_MEMORY;
+        return int(items.size());
+    }
+    // Frees a list this handle handed out; anything else is refused, so a double free is harmless.
+    int release(void* list);
+
+private:
+    std::shared_ptr<Connection> control() const;
+    void* handOutBytes(const void* data, size_t size);
+    int login(Connection& connection, const std::string& user, const std::string& password, Clock::time_point deadline);
+    void connectionLost(const Connection* connection);
+
+    const CMHANDLE handle_;
+    std::atomic<int> timeoutMs_ { 5000 };
+    std::mutex connectMutex_; // one connect at a time
+
+    mutable std::mutex mutex_; // guards everything below
+    std::shared_ptr<Connection> control_;
+    std::shared_ptr<Connection> connecting_; // logging in, not yet usable
+    bool shutDown_ = false;
+    CMatrix_StatusCallback callback_ = nullptr;
+    void* callbackUser_ = nullptr;
+    std::string loginError_;
+    Connection::Timing timing_;
+
+    std::mutex listMutex_;
+    std::unordered_set<void*> lists_;
+};
+
+} // namespace cmatrix::sdk

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+
+namespace cmatrix::sdk {
+
+// Lets one writer at a time onto a socket. Waiting for the turn ends at the caller's
+// deadline, so a writer stuck on a decoder that stopped reading cannot hold every
+// other call past its own timeout.
+class WriteGate {
+public:
+    using Clock = std::chrono::steady_clock;
+
+    // False when the turn did not come before the deadline.
+    bool enter(Clock::time_point deadline)
+    {
+        std::unique_lock<std::mutex> lock(mutex_);
+        if (!free_.wait_until(lock, deadline, [this] { return !busy_; }))
+            return false;
+        busy_ = true;
+        return true;
+    }
+
+    bool tryEnter()
+    {
+        std::lock_guard<std::mutex> lock(mutex_);
+        if (busy_)
+            return false;
+        busy_ = true;
+        return true;
+    }
+
+    void leave()
+    {
+        {
+            std::lock_guard<std::mutex> lock(mutex_);
+            busy_ = false;
+        }
+        free_.notify_one();
+    }
+
+private:
+    std::mutex mutex_;
+    std::condition_variable free_;
+    bool busy_ = false;
+};
+
+} // namespace cmatrix::sdk

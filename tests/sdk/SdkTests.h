@@ -1,0 +1,9 @@
+#pragma once
+
+class QObject;
+
+// One object per group of tests; main() runs them in turn.
+QObject* createSessionTests();
+QObject* createConnectionLossTests();
+QObject* createCallTests();
+QObject* createEndToEndTests(); // against the virtual decoder

@@ -1,0 +1,374 @@
+// Wall and window calls: lists handed out, answers a decoder should never send, refused
+// arguments and calls from several threads at once.
+
+#include "FakeDecoder.h"
+#include "SdkClient.h"
+#include "SdkTests.h"
+
+#include <QElapsedTimer>
+#include <QtTest>
+
+#include <climits>
+#include <cstring>
+#include <functional>
+#include <future>
+#include <memory>
+#include <thread>
+#include <vector>
+
+using namespace cmatrix::wire;
+
+using DecoderCall = std::function<int(CMHANDLE)>;
+Q_DECLARE_METATYPE(DecoderCall)
+Q_DECLARE_METATYPE(std::vector<uint8_t>)
+
+namespace {
+
+template <class T, size_t N> void copyText(T (&field)[N], const char* text)
+{
+    std::strncpy(field, text, N - 1);
+}
+
+std::vector<ScreenInfo_t> someScreens()
+{
+    std::vector<ScreenInfo_t> screens(2);
+    copyText(screens[0].name, "left");
+    copyText(screens[0].ip, "127.0.0.5");
+    screens[0].port = 9000;
+    screens[1].outputIndex = 3;
+    screens[1].position = 7;
+    return screens;
+}
+
+std::vector<DeviceInfo_t> someDevices(int count)
+{
+    std::vector<DeviceInfo_t> devices(static_cast<size_t>(count));
+    for (int i = 0; i < count; ++i) {
+        DeviceInfo_t& device = devices[static_cast<size_t>(i)];
+        device.subWindow = i + 1;
+        device.channel = 100 + i;
+        copyText(device.devId, "cam-7");
+        copyText(device.mainUrl, "rtsp://127.0.0.3/main");
+    }
+    return devices;
+}
+
+// Requests to `type` get `answer` once, then the plain answer.
+struct OneOddAnswer {
+    uint16_t type;
+    int32_t status;
+    std::vector<uint8_t> payload;
+    uint16_t answerType;
+    std::shared_ptr<bool> used = std::make_shared<bool>(false); // handlers are copied
+
+    void operator()(const Message& request, FakeDecoder& d)
+    {
+        if (request.header.type != type || *used)
+            return d.answerPlainly(request);
+        *used = true;
+        WireHeader header;
+        header.type = answerType;
+        header.requestId = request.header.requestId;
+        header.status = status;
+        header.length = uint32_t(payload.size());
+        std::vector<uint8_t> bytes(WireHeader::kSize);
+        header.encode(bytes.data());
+        bytes.insert(bytes.end(), payload.begin(), payload.end());
+        d.sendRaw(bytes);
+    }
+};
+
+} // namespace
+
+class TestCalls : public QObject {
+    Q_OBJECT
+
+private slots:
+    void listsAndFree()
+    {
+        FakeDecoder decoder;
+        decoder.setHandler([](const Message& request, FakeDecoder& d) {
+            switch (MessageType(request.header.type)) {
+            case MessageType::GetScreens:
+                return d.reply(request, 0, ScreenList { someScreens(), false });
+            case MessageType::WindowDeviceGet:
+                return d.reply(request, 0, WindowDevices { 7, someDevices(3), false });
+            case MessageType::GetMatrix:
+                return d.reply(request, 0, MatrixGeometry { 8, 4, "a long wall name" });
+            default:
+                return d.answerPlainly(request); // an empty window list
+            }
+        });
+        SdkClient client;
+        QCOMPARE(client.connectTo(decoder), CMATRIX_OK);
+        const CMHANDLE h = client.handle();
+
+        ScreenInfo_t* screens = nullptr;
+        QCOMPARE(CMatrix_GetScreens(h, &screens), 2);
+        QVERIFY(screens);
+        QCOMPARE(std::memcmp(screens, someScreens().data(), 2 * sizeof(ScreenInfo_t)), 0);
+        DeviceInfo_t* devices = nullptr;
+        QCOMPARE(CMatrix_WindowDeviceGet(h, 7, &devices), 3);
+        QCOMPARE(devices[2].channel, 102);
+        QCOMPARE(QByteArray(devices[2].mainUrl), QByteArray("rtsp://127.0.0.3/main"));
+        MatrixWindowStatus_t* windows = reinterpret_cast<MatrixWindowStatus_t*>(&decoder);
+        QCOMPARE(CMatrix_WindowGet(h, &windows), 0);
+        QVERIFY(windows == nullptr); // nothing to free
+
+        int cols = 0, rows = 0;
+        char name[7] = "xxxxxx";
+        QCOMPARE(CMatrix_GetMatrix(h, &cols, &rows, name, sizeof name), CMATRIX_OK);
+        QCOMPARE(cols, 8);
+        QCOMPARE(rows, 4);
+        QCOMPARE(QByteArray(name), QByteArray("a long"));
+
+        SdkClient other;
+        QCOMPARE(CMatrix_Free(other.handle(), screens), CMATRIX_ERR_INVALID_PARAM); // not its list
+        QCOMPARE(CMatrix_Free(h, screens), CMATRIX_OK);
+        QCOMPARE(CMatrix_Free(h, screens), CMATRIX_ERR_INVALID_PARAM); // twice
+        QCOMPARE(CMatrix_Free(h, &cols), CMATRIX_ERR_INVALID_PARAM); // never handed out
+        QCOMPARE(CMatrix_Free(h, nullptr), CMATRIX_OK);
+        // `devices` is left to CMatrix_Destroy, which must release it (the leak checker watches).
+    }
+
+    void largeAnswerArrivesWhole()
+    {
+        const int count = 3000; // about 7 MB, many reads
+        FakeDecoder decoder;
+        decoder.setHandler([&](const Message& request, FakeDecoder& d) {
+            if (request.header.type == uint16_t(MessageType::WindowDeviceGet))
+                return d.reply(request, 0, WindowDevices { 1, someDevices(count), false });
+            d.answerPlainly(request);
+        });
+        SdkClient client;
+        QCOMPARE(client.connectTo(decoder), CMATRIX_OK);
+        DeviceInfo_t* devices = nullptr;
+        QCOMPARE(CMatrix_WindowDeviceGet(client.handle(), 1, &devices), count);
+        QCOMPARE(devices[count - 1].channel, 100 + count - 1);
+        QCOMPARE(CMatrix_Free(client.handle(), devices), CMATRIX_OK);
+    }
+
+    void oddAnswers_data()
+    {
+        QTest::addColumn<int>("type");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<std::vector<uint8_t>>("payload");
+        QTest::addColumn<int>("answerType"); // 0: the right one
+        QTest::addColumn<int>("result");
+        const int matrix = int(MessageType::GetMatrix);
+        const int windows = int(MessageType::WindowGet);
+        const auto good = FakeDecoder::payloadOf(MatrixGeometry { 2, 2, "w" });
+        const std::vector<uint8_t> shortened(good.begin(), good.end() - 1);
+        auto longer = good;
+        longer.push_back(0);
+        const std::vector<uint8_t> textPastEnd { 0, 0, 0, 1, 0, 0, 0, 1, 0xff, 0xff, 0xff, 0xf0, 'w' };
+        std::vector<uint8_t> halfRecord { 0, 0, 0, 1 };
+        halfRecord.resize(4 + sizeof(MatrixWindowStatus_t) / 2);
+        const std::vector<uint8_t> none;
+        QTest::newRow("good") << matrix << 0 << good << 0 << CMATRIX_OK;
+        QTest::newRow("cut short") << matrix << 0 << shortened << 0 << CMATRIX_ERR_PROTOCOL;
+        QTest::newRow("a byte too many") << matrix << 0 << longer << 0 << CMATRIX_ERR_PROTOCOL;
+        QTest::newRow("text past the end") << matrix << 0 << textPastEnd << 0 << CMATRIX_ERR_PROTOCOL;
+        QTest::newRow("no payload") << matrix << 0 << none << 0 << CMATRIX_ERR_PROTOCOL;
+        QTest::newRow("count past the end")
+            << windows << 0 << std::vector<uint8_t> { 0xff, 0xff, 0xff, 0xff } << 0 << CMATRIX_ERR_PROTOCOL;
+        QTest::newRow("half a record") << windows << 0 << halfRecord << 0 << CMATRIX_ERR_PROTOCOL;
+        QTest::newRow("decoder refuses") << matrix << CMATRIX_ERR_WINDOW_NOT_FOUND << none << 0
+                                         << CMATRIX_ERR_WINDOW_NOT_FOUND;
+        QTest::newRow("refusal with payload") << windows << CMATRIX_ERR_GEOMETRY << good << 0 << CMATRIX_ERR_GEOMETRY;
+        QTest::newRow("positive status") << matrix << 5 << good << 0 << CMATRIX_ERR_PROTOCOL;
+        QTest::newRow("answer to another request")
+            << matrix << 0 << good << int(responseOf(MessageType::GetScreens)) << CMATRIX_ERR_PROTOCOL;
+        QTest::newRow("a request, not an answer") << matrix << 0 << none << matrix << CMATRIX_ERR_TIMEOUT;
+    }
+
+    void oddAnswers()
+    {
+        QFETCH(int, type);
+        QFETCH(int, status);
+        QFETCH(std::vector<uint8_t>, payload);
+        QFETCH(int, answerType);
+        QFETCH(int, result);
+        FakeDecoder decoder;
+        decoder.setHandler(
+            OneOddAnswer { uint16_t(type), status, payload, uint16_t(answerType ? answerType : type | kResponseFlag) });
+        SdkClient client;
+        QCOMPARE(client.connectTo(decoder), CMATRIX_OK);
+        QCOMPARE(CMatrix_SetTimeout(client.handle(), 300), CMATRIX_OK);
+        int cols = 0, rows = 0;
+        MatrixWindowStatus_t* windows = nullptr;
+        const auto call = [&] {
+            return type == int(MessageType::GetMatrix) ? CMatrix_GetMatrix(client.handle(), &cols, &rows, nullptr, 0)
+                                                       : CMatrix_WindowGet(client.handle(), &windows);
+        };
+        QCOMPARE(call(), result);
+        QVERIFY(windows == nullptr);
+        // A bad payload spoils one call, not the connection.
+        QCOMPARE(call(), CMATRIX_OK);
+        QCOMPARE(client.losses(), 0);
+    }
+
+    void invalidArguments_data()
+    {
+        QTest::addColumn<DecoderCall>("call");
+        QTest::addColumn<int>("result");
+        static int cols, rows;
+        static char name[8];
+        static MatrixWindow_t window;
+        static DeviceInfo_t device;
+        static ScreenInfo_t screen;
+        static uint32_t id;
+        const int invalid = CMATRIX_ERR_INVALID_PARAM;
+        const auto row = [](const char* n, DecoderCall call, int result) { QTest::newRow(n) << call << result; };
+        row(
+            "GetMatrix no cols", [](CMHANDLE h) { return CMatrix_GetMatrix(h, nullptr, &rows, name, 8); }, invalid);
+        row(
+            "GetMatrix no rows", [](CMHANDLE h) { return CMatrix_GetMatrix(h, &cols, nullptr, name, 8); }, invalid);
+        row(
+            "GetMatrix no name", [](CMHANDLE h) { return CMatrix_GetMatrix(h, &cols, &rows, nullptr, 8); }, invalid);
+        row(
+            "GetMatrix size < 0", [](CMHANDLE h) { return CMatrix_GetMatrix(h, &cols, &rows, name, -1); }, invalid);
+        row(
+            "SetMatrix no name", [](CMHANDLE h) { return CMatrix_SetMatrix(h, 2, 2, nullptr); }, invalid);
+        row(
+            "GetScreens no out", [](CMHANDLE h) { return CMatrix_GetScreens(h, nullptr); }, invalid);
+        row(
+            "SetScreens count < 0", [](CMHANDLE h) { return CMatrix_SetScreens(h, &screen, -1, false); }, invalid);
+        row(
+            "SetScreens no array", [](CMHANDLE h) { return CMatrix_SetScreens(h, nullptr, 1, false); }, invalid);
+        row(
+            "SetScreens too many", [](CMHANDLE h) { return CMatrix_SetScreens(h, &screen, INT_MAX, false); },
+            CMATRIX_ERR_TOO_LARGE);
+        row(
+            "WindowAdd count < 0", [](CMHANDLE h) { return CMatrix_WindowAdd(h, &window, -2, false); }, invalid);
+        row(
+            "WindowAdd no array", [](CMHANDLE h) { return CMatrix_WindowAdd(h, nullptr, 2, false); }, invalid);
+        row(
+            "WindowDel count < 0", [](CMHANDLE h) { return CMatrix_WindowDel(h, &id, -1); }, invalid);
+        row(
+            "WindowDel no array", [](CMHANDLE h) { return CMatrix_WindowDel(h, nullptr, 1); }, invalid);
+        row(
+            "WindowGet no out", [](CMHANDLE h) { return CMatrix_WindowGet(h, nullptr); }, invalid);
+        row(
+            "WindowMove no window", [](CMHANDLE h) { return CMatrix_WindowMove(h, nullptr); }, invalid);
+        row(
+            "GetDivision no out", [](CMHANDLE h) { return CMatrix_WindowGetDivision(h, nullptr); }, invalid);
+        row(
+            "DeviceAdd count < 0", [](CMHANDLE h) { return CMatrix_WindowDeviceAdd(h, 1, &device, -1, 0); }, invalid);
+        row(
+            "DeviceAdd no array", [](CMHANDLE h) { return CMatrix_WindowDeviceAdd(h, 1, nullptr, 3, 0); }, invalid);
+        row(
+            "DeviceAdd too many", [](CMHANDLE h) { return CMatrix_WindowDeviceAdd(h, 1, &device, 1 << 20, 0); },
+            CMATRIX_ERR_TOO_LARGE);
+        row(
+            "DeviceDel count < 0", [](CMHANDLE h) { return CMatrix_WindowDeviceDel(h, 1, &device, -1); }, invalid);
+        row(
+            "DeviceGet no out", [](CMHANDLE h) { return CMatrix_WindowDeviceGet(h, 1, nullptr); }, invalid);
+    }
+
+    void invalidArguments()
+    {
+        QFETCH(DecoderCall, call);
+        QFETCH(int, result);
+        FakeDecoder decoder;
+        SdkClient client;
+        QCOMPARE(client.connectTo(decoder), CMATRIX_OK);
+        QCOMPARE(call(client.handle()), result);
+        QTest::qWait(20);
+        QCOMPARE(decoder.requests().size(), size_t(1)); // the login only: nothing was sent
+    }
+
+    void answersReachOthersWhileOneWaits()
+    {
+        FakeDecoder decoder;
+        decoder.setHandler([](const Message& request, FakeDecoder& d) {
+            if (request.header.type != uint16_t(MessageType::GetMatrix)) // left waiting
+                d.answerPlainly(request);
+        });
+        SdkClient client;
+        QCOMPARE(client.connectTo(decoder), CMATRIX_OK);
+        QCOMPARE(CMatrix_SetTimeout(client.handle(), 1500), CMATRIX_OK);
+        auto stuck = std::async(std::launch::async, [&] {
+            int cols = 0, rows = 0;
+            return CMatrix_GetMatrix(client.handle(), &cols, &rows, nullptr, 0);
+        });
+        QTRY_COMPARE(decoder.requests().size(), size_t(2)); // login, GetMatrix
+        // Whoever is reading the socket meanwhile, these answers must not wait for it.
+        QElapsedTimer timer;
+        timer.start();
+        for (int i = 0; i < 20; ++i)
+            QCOMPARE(CMatrix_SetTime(client.handle(), 2024, 1, 1, 0, 0, i), CMATRIX_OK);
+        QVERIFY2(timer.elapsed() < 1000, "answers were held up behind a call still waiting");
+        QCOMPARE(stuck.get(), CMATRIX_ERR_TIMEOUT);
+        QCOMPARE(CMatrix_SetTime(client.handle(), 2024, 1, 1, 0, 0, 0), CMATRIX_OK);
+    }
+
+    void answerAfterTheReaderLeft()
+    {
+        // The first caller reads the socket for everyone and leaves with its answer; the
+        // second caller's answer comes later and must still be read.
+        FakeDecoder decoder;
+        decoder.setHandler([](const Message& request, FakeDecoder& d) {
+            if (request.header.type == uint16_t(MessageType::GetMatrix))
+                std::this_thread::sleep_for(std::chrono::milliseconds(100));
+            else if (request.header.type == uint16_t(MessageType::SetTime))
+                std::this_thread::sleep_for(std::chrono::milliseconds(300));
+            d.answerPlainly(request);
+        });
+        SdkClient client;
+        QCOMPARE(client.connectTo(decoder), CMATRIX_OK);
+        auto first = std::async(std::launch::async, [&] {
+            int cols = 0, rows = 0;
+            return CMatrix_GetMatrix(client.handle(), &cols, &rows, nullptr, 0);
+        });
+        QTRY_COMPARE(decoder.requests().size(), size_t(2));
+        QElapsedTimer timer;
+        timer.start();
+        QCOMPARE(CMatrix_SetTime(client.handle(), 2024, 1, 1, 0, 0, 0), CMATRIX_OK);
+        QVERIFY2(timer.elapsed() < 2000, "the second answer waited for a later reader");
+        QCOMPARE(first.get(), CMATRIX_OK);
+    }
+
+    void concurrentCallsGetTheirOwnAnswers()
+    {
+        FakeDecoder decoder;
+        decoder.setReverseBatches(true); // answers overtake each other
+        decoder.setHandler([](const Message& request, FakeDecoder& d) {
+            WindowIdRequest asked;
+            if (request.header.type != uint16_t(MessageType::WindowDeviceGet) || !request.decode(asked))
+                return d.answerPlainly(request);
+            std::vector<DeviceInfo_t> devices(static_cast<size_t>(1 + asked.windowId % 3));
+            for (DeviceInfo_t& device : devices)
+                device.channel = asked.windowId;
+            d.reply(request, 0, WindowDevices { asked.windowId, devices, false });
+        });
+        SdkClient client;
+        QCOMPARE(client.connectTo(decoder), CMATRIX_OK);
+        const int threads = 4, callsEach = 150;
+        std::vector<std::future<int>> workers;
+        for (int t = 0; t < threads; ++t)
+            workers.push_back(std::async(std::launch::async, [&, t] {
+                int mismatches = 0;
+                for (int i = 0; i < callsEach; ++i) {
+                    const int windowId = t * 1000 + i;
+                    DeviceInfo_t* devices = nullptr;
+                    const int count = CMatrix_WindowDeviceGet(client.handle(), windowId, &devices);
+                    if (count != 1 + windowId % 3
+                        || devices[count - 1].channel != windowId) // no read unless the count fits
+                        ++mismatches;
+                    CMatrix_Free(client.handle(), devices);
+                }
+                return mismatches;
+            }));
+        for (auto& worker : workers)
+            QCOMPARE(worker.get(), 0);
+        QCOMPARE(client.losses(), 0);
+    }
+};
+
+QObject* createCallTests()
+{
+    return new TestCalls;
+}
+
+#include "TestCalls.moc"

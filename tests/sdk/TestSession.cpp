@@ -1,0 +1,314 @@
+// Handles, login, connect failures, timeouts and the table of result codes.
+
+#include "FakeDecoder.h"
+#include "SdkClient.h"
+#include "SdkTests.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QXmlStreamReader>
+#include <QtTest>
+
+#include <functional>
+#include <string>
+
+using namespace cmatrix::wire;
+
+using DecoderCall = std::function<int(CMHANDLE)>;
+Q_DECLARE_METATYPE(DecoderCall)
+Q_DECLARE_METATYPE(std::vector<uint8_t>)
+
+namespace {
+
+const std::string kPasswordError = R"({"ERRCODE":"PASSWDERR","PARAM":{"ERRNUM":2,"SUMNUM":5,"LOCKTIME":300}})";
+
+// One call of every kind that needs the decoder, with harmless arguments.
+void addDecoderCalls()
+{
+    static MatrixWindow_t window { 1, 0, {}, 0, 0, 100, 100 };
+    static DeviceInfo_t device {};
+    static ScreenInfo_t screen {};
+    static uint32_t id = 1;
+    static int cols, rows;
+    static ScreenInfo_t* screens;
+    static MatrixWindowStatus_t* windows;
+    static WindowDivision_t* divisions;
+    static DeviceInfo_t* devices;
+    QTest::newRow("SetTime") << DecoderCall([](CMHANDLE h) { return CMatrix_SetTime(h, 2024, 1, 2, 3, 4, 5); });
+    QTest::newRow("GetMatrix") << DecoderCall(
+        [](CMHANDLE h) { return CMatrix_GetMatrix(h, &cols, &rows, nullptr, 0); });
+    QTest::newRow("SetMatrix") << DecoderCall([](CMHANDLE h) { return CMatrix_SetMatrix(h, 2, 2, "wall"); });
+    QTest::newRow("GetScreens") << DecoderCall([](CMHANDLE h) { return CMatrix_GetScreens(h, &screens); });
+    QTest::newRow("SetScreens") << DecoderCall([](CMHANDLE h) { return CMatrix_SetScreens(h, &screen, 1, true); });
+    QTest::newRow("SetStatus") << DecoderCall([](CMHANDLE h) { return CMatrix_SetStatus(h, 0, nullptr); });
+    QTest::newRow("WindowAdd") << DecoderCall([](CMHANDLE h) { return CMatrix_WindowAdd(h, &window, 1, false); });
+    QTest::newRow("WindowDel") << DecoderCall([](CMHANDLE h) { return CMatrix_WindowDel(h, &id, 1); });
+    QTest::newRow("WindowGet") << DecoderCall([](CMHANDLE h) { return CMatrix_WindowGet(h, &windows); });
+    QTest::newRow("WindowMove") << DecoderCall([](CMHANDLE h) { return CMatrix_WindowMove(h, &window); });
+    QTest::newRow("FullScreen") << DecoderCall([](CMHANDLE h) { return CMatrix_WindowSetFullScreen(h, 1, 1, 1); });
+    QTest::newRow("GetDivision") << DecoderCall([](CMHANDLE h) { return CMatrix_WindowGetDivision(h, &divisions); });
+    QTest::newRow("SetDivision") << DecoderCall([](CMHANDLE h) { return CMatrix_WindowSetDivision(h, 1, 4); });
+    QTest::newRow("DeviceAdd") << DecoderCall([](CMHANDLE h) { return CMatrix_WindowDeviceAdd(h, 1, &device, 1, 0); });
+    QTest::newRow("DeviceDel") << DecoderCall([](CMHANDLE h) { return CMatrix_WindowDeviceDel(h, 1, &device, 1); });
+    QTest::newRow("DeviceGet") << DecoderCall([](CMHANDLE h) { return CMatrix_WindowDeviceGet(h, 1, &devices); });
+}
+
+} // namespace
+
+class TestSession : public QObject {
+    Q_OBJECT
+
+private slots:
+    void errorTableMatchesShippedFile()
+    {
+        QFile file(QCoreApplication::applicationDirPath() + "/ErrorCodeInfo.xml");
+        QVERIFY2(file.open(QIODevice::ReadOnly), "ErrorCodeInfo.xml ships beside the programs");
+        QMap<int, QString> shipped;
+        QXmlStreamReader xml(&file);
+        while (!xml.atEnd()) {
+            if (xml.readNext() == QXmlStreamReader::StartElement && xml.name() == QLatin1String("ErrorCode"))
+                shipped.insert(
+                    xml.attributes().value("CodeValue").toInt(), xml.attributes().value("ErrorDescripZH").toString());
+        }
+        QVERIFY(!xml.hasError());
+
+        const CMatrixErrorInfo* table = nullptr;
+        const int count = CMatrix_GetErrorTable(&table);
+        QCOMPARE(count, shipped.size());
+        for (int i = 0; i < count; ++i) {
+            QCOMPARE(QString::fromUtf8(table[i].description), shipped.value(table[i].code));
+            QCOMPARE(CMatrix_GetErrorText(table[i].code), table[i].description);
+        }
+        for (int code = CMATRIX_ERR_DEVICE_NOT_FOUND; code <= CMATRIX_OK; ++code)
+            QVERIFY2(CMatrix_GetErrorText(code), qPrintable(QString::number(code)));
+        QVERIFY(!CMatrix_GetErrorText(1));
+        QVERIFY(!CMatrix_GetErrorText(CMATRIX_ERR_DEVICE_NOT_FOUND - 1));
+    }
+
+    void login_data()
+    {
+        QTest::addColumn<int>("status");
+        QTest::addColumn<std::vector<uint8_t>>("payload");
+        QTest::addColumn<int>("result");
+        QTest::addColumn<QString>("errorText"); // empty: GetLoginErrMsg has nothing to tell
+
+        const auto failure = [](const std::string& json) { return FakeDecoder::payloadOf(LoginFailure { json }); };
+        const std::string locked = R"({"ERRCODE":"USERLOCK","PARAM":{"UNLOCKTIME":120}})";
+        const std::string inactive = R"({"ERRCODE":"DEVNOACTIVE","PARAM":{}})";
+        QTest::newRow("accepted") << 0 << std::vector<uint8_t>() << CMATRIX_OK << QString();
+        QTest::newRow("wrong password") << CMATRIX_ERR_PASSWORD << failure(kPasswordError) << CMATRIX_ERR_PASSWORD
+                                        << QString::fromStdString(kPasswordError);
+        QTest::newRow("locked") << CMATRIX_ERR_USER_LOCKED << failure(locked) << CMATRIX_ERR_USER_LOCKED
+                                << QString::fromStdString(locked);
+        QTest::newRow("not activated") << CMATRIX_ERR_NOT_ACTIVATED << failure(inactive) << CMATRIX_ERR_NOT_ACTIVATED
+                                       << QString::fromStdString(inactive);
+        QTest::newRow("refused, no text")
+            << CMATRIX_ERR_PASSWORD << std::vector<uint8_t>() << CMATRIX_ERR_PASSWORD << QString();
+        QTest::newRow("refused, cut text")
+            << CMATRIX_ERR_PASSWORD << std::vector<uint8_t> { 0, 0, 0, 9, '{' } << CMATRIX_ERR_PASSWORD << QString();
+        QTest::newRow("positive status") << 7 << std::vector<uint8_t>() << CMATRIX_ERR_PROTOCOL << QString();
+        QTest::newRow("accepted with junk") << 0 << std::vector<uint8_t> { 1, 2 } << CMATRIX_ERR_PROTOCOL << QString();
+    }
+
+    void login()
+    {
+        QFETCH(int, status);
+        QFETCH(std::vector<uint8_t>, payload);
+        QFETCH(int, result);
+        QFETCH(QString, errorText);
+        FakeDecoder decoder;
+        decoder.setHandler([&](const Message& request, FakeDecoder& d) {
+            if (request.header.type == uint16_t(MessageType::Login))
+                d.replyBytes(request, status, payload);
+            else
+                d.reply(request);
+        });
+        SdkClient client;
+        QCOMPARE(client.connectTo(decoder), result);
+
+        const auto requests = decoder.requests();
+        QVERIFY(!requests.empty());
+        LoginRequest sent;
+        QVERIFY(requests.front().decode(sent));
+        QCOMPARE(sent.user, std::string("admin"));
+        QCOMPARE(sent.password, std::string("secret"));
+
+        char buffer[256] = "untouched";
+        const int textResult = CMatrix_GetLoginErrMsg(client.handle(), buffer, sizeof buffer);
+        QCOMPARE(textResult, errorText.isEmpty() ? CMATRIX_ERR_FAILED : CMATRIX_OK);
+        if (!errorText.isEmpty())
+            QCOMPARE(QString::fromUtf8(buffer), errorText);
+        // Only a logged-in connection carries calls.
+        QCOMPARE(CMatrix_SetTime(client.handle(), 2024, 1, 1, 0, 0, 0), result == CMATRIX_OK ? 0 : CMATRIX_ERR_FAILED);
+    }
+
+    void loginErrorIsTruncated_data()
+    {
+        QTest::addColumn<int>("size");
+        QTest::addColumn<int>("result");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("room for all") << 256 << CMATRIX_OK << QString::fromStdString(kPasswordError);
+        QTest::newRow("exact fit") << int(kPasswordError.size() + 1) << CMATRIX_OK
+                                   << QString::fromStdString(kPasswordError);
+        QTest::newRow("one short") << int(kPasswordError.size()) << CMATRIX_OK
+                                   << QString::fromStdString(kPasswordError.substr(0, kPasswordError.size() - 1));
+        QTest::newRow("eight") << 8 << CMATRIX_OK << QString::fromStdString(kPasswordError.substr(0, 7));
+        QTest::newRow("one") << 1 << CMATRIX_OK << QString();
+        QTest::newRow("zero") << 0 << CMATRIX_ERR_INVALID_PARAM << QString("untouched");
+    }
+
+    void loginErrorIsTruncated()
+    {
+        QFETCH(int, size);
+        QFETCH(int, result);
+        QFETCH(QString, text);
+        FakeDecoder decoder;
+        decoder.setHandler([](const Message& request, FakeDecoder& d) {
+            d.reply(request, CMATRIX_ERR_PASSWORD, LoginFailure { kPasswordError });
+        });
+        SdkClient client;
+        QCOMPARE(client.connectTo(decoder), CMATRIX_ERR_PASSWORD);
+        char buffer[256] = "untouched";
+        buffer[255] = 'X'; // must survive: only `size` bytes belong to the SDK
+        QCOMPARE(CMatrix_GetLoginErrMsg(client.handle(), buffer, size), result);
+        QCOMPARE(QString::fromUtf8(buffer), text);
+        QCOMPARE(buffer[255], 'X');
+        QCOMPARE(CMatrix_GetLoginErrMsg(client.handle(), nullptr, 10), CMATRIX_ERR_INVALID_PARAM);
+
+        // A later connect that fails for another reason leaves no stale text behind.
+        decoder.setHandler([](const Message&, FakeDecoder& d) { d.dropClient(); });
+        QCOMPARE(client.connectTo(decoder), CMATRIX_ERR_DISCONNECTED);
+        QCOMPARE(CMatrix_GetLoginErrMsg(client.handle(), buffer, 256), CMATRIX_ERR_FAILED);
+    }
+
+    void connectFailures_data()
+    {
+        QTest::addColumn<QString>("decoderDoes");
+        QTest::addColumn<int>("result");
+        QTest::newRow("nothing listening") << "absent" << CMATRIX_ERR_CONNECT;
+        QTest::newRow("login never answered") << "silent" << CMATRIX_ERR_TIMEOUT;
+        QTest::newRow("closes at login") << "close" << CMATRIX_ERR_DISCONNECTED;
+    }
+
+    void connectFailures()
+    {
+        QFETCH(QString, decoderDoes);
+        QFETCH(int, result);
+        FakeDecoder decoder;
+        decoder.setHandler([&](const Message&, FakeDecoder& d) {
+            if (decoderDoes == "close")
+                d.dropClient();
+        });
+        SdkClient client;
+        const uint16_t port = decoderDoes == "absent" ? FakeDecoder::unusedPort() : decoder.port();
+        QElapsedTimer timer;
+        timer.start();
+        QCOMPARE(client.connectTo("127.0.0.1", port, 400), result);
+        QVERIFY2(timer.elapsed() < 2000, "a connect must end near its timeout");
+        if (result == CMATRIX_ERR_TIMEOUT)
+            QVERIFY(timer.elapsed() >= 350);
+        QTest::qWait(100);
+        QCOMPARE(client.losses(), 0); // a connect that failed was never up to be lost
+    }
+
+    void connectArguments_data()
+    {
+        QTest::addColumn<QByteArray>("ip");
+        QTest::addColumn<int>("port"); // 0: the decoder's
+        QTest::addColumn<int>("timeoutMs");
+        QTest::addColumn<bool>("nullUser");
+        QTest::addColumn<bool>("nullPassword");
+        QTest::newRow("null address") << QByteArray() << -1 << 1000 << false << false;
+        QTest::newRow("host name") << QByteArray("decoder.invalid") << -1 << 1000 << false << false;
+        QTest::newRow("garbled address") << QByteArray("127.0.0") << -1 << 1000 << false << false;
+        QTest::newRow("port zero") << QByteArray("127.0.0.1") << 0 << 1000 << false << false;
+        QTest::newRow("zero timeout") << QByteArray("127.0.0.1") << -1 << 0 << false << false;
+        QTest::newRow("negative timeout") << QByteArray("127.0.0.1") << -1 << -5 << false << false;
+        QTest::newRow("null user") << QByteArray("127.0.0.1") << -1 << 1000 << true << false;
+        QTest::newRow("null password") << QByteArray("127.0.0.1") << -1 << 1000 << false << true;
+    }
+
+    void connectArguments()
+    {
+        QFETCH(QByteArray, ip);
+        QFETCH(int, port);
+        QFETCH(int, timeoutMs);
+        QFETCH(bool, nullUser);
+        QFETCH(bool, nullPassword);
+        FakeDecoder decoder;
+        SdkClient client;
+        const int rc
+            = CMatrix_Connect(client.handle(), ip.isNull() ? nullptr : ip.constData(), port < 0 ? decoder.port() : port,
+                nullUser ? nullptr : "admin", nullPassword ? nullptr : "secret", timeoutMs);
+        QCOMPARE(rc, CMATRIX_ERR_INVALID_PARAM);
+        QTest::qWait(50);
+        QCOMPARE(decoder.connectionsAccepted(), 0);
+    }
+
+    void callTimesOut()
+    {
+        FakeDecoder decoder;
+        std::atomic<int> matrixRequests { 0 };
+        decoder.setHandler([&](const Message& request, FakeDecoder& d) {
+            if (request.header.type != uint16_t(MessageType::GetMatrix))
+                return d.answerPlainly(request);
+            // The first GetMatrix is never answered; later ones are.
+            if (matrixRequests++ > 0)
+                d.reply(request, 0, MatrixGeometry { 4, 3, "wall" });
+        });
+        SdkClient client;
+        QCOMPARE(client.connectTo(decoder), CMATRIX_OK);
+        QCOMPARE(CMatrix_SetTimeout(client.handle(), 0), CMATRIX_ERR_INVALID_PARAM);
+        QCOMPARE(CMatrix_SetTimeout(client.handle(), 300), CMATRIX_OK);
+        int cols = 0, rows = 0;
+        QElapsedTimer timer;
+        timer.start();
+        QCOMPARE(CMatrix_GetMatrix(client.handle(), &cols, &rows, nullptr, 0), CMATRIX_ERR_TIMEOUT);
+        QVERIFY(timer.elapsed() >= 280);
+        QVERIFY(timer.elapsed() < 2000);
+        // The connection outlives a timed-out call.
+        QCOMPARE(CMatrix_GetMatrix(client.handle(), &cols, &rows, nullptr, 0), CMATRIX_OK);
+        QCOMPARE(cols, 4);
+        QCOMPARE(client.losses(), 0);
+    }
+
+    void staleHandle_data()
+    {
+        QTest::addColumn<DecoderCall>("call");
+        addDecoderCalls();
+        QTest::newRow("Connect") << DecoderCall(
+            [](CMHANDLE h) { return CMatrix_Connect(h, "127.0.0.1", 1, "admin", "secret", 100); });
+        QTest::newRow("Disconnect") << DecoderCall([](CMHANDLE h) { return CMatrix_Disconnect(h); });
+        QTest::newRow("SetTimeout") << DecoderCall([](CMHANDLE h) { return CMatrix_SetTimeout(h, 100); });
+        QTest::newRow("Free") << DecoderCall([](CMHANDLE h) { return CMatrix_Free(h, nullptr); });
+        QTest::newRow("Callback") << DecoderCall([](CMHANDLE h) { return CMatrix_RegisterCallback(h, nullptr, 0); });
+        QTest::newRow("Destroy") << DecoderCall([](CMHANDLE h) { return CMatrix_Destroy(h); });
+        QTest::newRow("LoginErrMsg") << DecoderCall([](CMHANDLE h) {
+            char text[16];
+            return CMatrix_GetLoginErrMsg(h, text, sizeof text);
+        });
+    }
+
+    void staleHandle()
+    {
+        QFETCH(DecoderCall, call);
+        FakeDecoder decoder;
+        SdkClient client;
+        QCOMPARE(client.connectTo(decoder), CMATRIX_OK);
+        CMHANDLE stale = client.handle();
+        QCOMPARE(client.destroy(), CMATRIX_OK);
+        SdkClient other; // a handle created later must not revive the stale one
+        QVERIFY(other.handle() != stale);
+        QCOMPARE(call(stale), CMATRIX_ERR_INVALID_HANDLE);
+        QCOMPARE(call(nullptr), CMATRIX_ERR_INVALID_HANDLE);
+        QCOMPARE(call(reinterpret_cast<CMHANDLE>(&decoder)), CMATRIX_ERR_INVALID_HANDLE);
+    }
+};
+
+QObject* createSessionTests()
+{
+    return new TestSession;
+}
+
+#include "TestSession.moc"
