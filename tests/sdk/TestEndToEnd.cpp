@@ -165,8 +165,7 @@ private slots:
         QCOMPARE(CMatrix_WindowDeviceDel(h, 1, &sources[0], 1), CMATRIX_OK);
         DeviceInfo_t* bound = nullptr;
         QCOMPARE(CMatrix_WindowDeviceGet(h, 1, &bound), 1);
-        QCOMPARE(QByteArray(bound[0].devId), QByteArray("cam-3"));
-        QCOMPARE(bound[0].subWindow, 3);
+        QCOMPARE(std::memcmp(&bound[0], &sources[1], sizeof(DeviceInfo_t)), 0); // byte for byte
         QCOMPARE(CMatrix_Free(h, bound), CMATRIX_OK);
         QCOMPARE(CMatrix_WindowDeviceAdd(h, 1, &sources[0], 1, true), CMATRIX_OK); // reset: cam-3 goes
         QCOMPARE(d->snapshot().window(1)->sources.size(), size_t(1));
@@ -182,6 +181,49 @@ private slots:
         QCOMPARE(d->snapshot().windows.size(), size_t(1));
         QVERIFY(d->snapshot().window(5));
         QCOMPARE(client.losses(), 0);
+    }
+
+    void lockExpires()
+    {
+        vdec::VirtualDecoder* d = startDecoder(49, [](vdec::DecoderConfig& c) {
+            c.maxFailedLogins = 1;
+            c.lockSeconds = 1;
+        });
+        QVERIFY(d);
+        SdkClient client;
+        QCOMPARE(loginTo(client, d, "wrong"), CMATRIX_ERR_PASSWORD);
+        QCOMPARE(loginTo(client, d), CMATRIX_ERR_USER_LOCKED);
+        QTRY_COMPARE_WITH_TIMEOUT(loginTo(client, d), CMATRIX_OK, scaled(4000));
+    }
+
+    void restartKeepsTheWall()
+    {
+        vdec::VirtualDecoder* d = startDecoder(50);
+        QVERIFY(d);
+        SdkClient client;
+        QCOMPARE(loginTo(client, d), CMATRIX_OK);
+        QCOMPARE(CMatrix_SetMatrix(client.handle(), 3, 2, "Kept"), CMATRIX_OK);
+        const MatrixWindow_t windows[] = { window(1, 0, 0, 21844, 16384), window(7, 100, 200, 3000, 4000, true) };
+        QCOMPARE(CMatrix_WindowAdd(client.handle(), windows, 2, true), CMATRIX_OK);
+        QCOMPARE(CMatrix_WindowSetDivision(client.handle(), 1, 9), CMATRIX_OK);
+        const DeviceInfo_t bound = source(9, "cam-9");
+        QCOMPARE(CMatrix_WindowDeviceAdd(client.handle(), 1, &bound, 1, true), CMATRIX_OK);
+
+        QVERIFY(d->restart());
+        QTRY_COMPARE_WITH_TIMEOUT(client.losses(), 1, scaled(5000)); // the restart cut the session
+        QCOMPARE(loginTo(client, d), CMATRIX_OK);
+        int cols = 0, rows = 0;
+        QCOMPARE(CMatrix_GetMatrix(client.handle(), &cols, &rows, nullptr, 0), CMATRIX_OK);
+        QCOMPARE(cols * 10 + rows, 32);
+        MatrixWindowStatus_t* listed = nullptr;
+        QCOMPARE(CMatrix_WindowGet(client.handle(), &listed), 2);
+        QCOMPARE(std::memcmp(&listed[0].window, &windows[0], sizeof(MatrixWindow_t)), 0);
+        QCOMPARE(std::memcmp(&listed[1].window, &windows[1], sizeof(MatrixWindow_t)), 0);
+        QCOMPARE(CMatrix_Free(client.handle(), listed), CMATRIX_OK);
+        DeviceInfo_t* sources = nullptr;
+        QCOMPARE(CMatrix_WindowDeviceGet(client.handle(), 1, &sources), 1);
+        QCOMPARE(std::memcmp(&sources[0], &bound, sizeof(DeviceInfo_t)), 0);
+        QCOMPARE(CMatrix_Free(client.handle(), sources), CMATRIX_OK);
     }
 
     void decoderFaults_data()
