@@ -8,6 +8,7 @@ PACKAGES=(
   qtbase5-dev qtbase5-dev-tools
   libcpp-httplib-dev libbenchmark-dev
   xvfb xauth x11-utils imagemagick fonts-dejavu-core
+  chromium
 )
 
 missing=()

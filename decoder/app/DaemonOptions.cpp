@@ -47,8 +47,11 @@ bool DaemonOptions::parse(const QStringList& arguments, DecoderConfig& config, Q
     const QCommandLineOption timeout("heartbeat-timeout-ms", "Silence after which a client is dropped.", "ms",
         QString::number(defaults.heartbeatTimeoutMs));
     const QCommandLineOption anyAddress("allow-any-address", "Allow an address outside loopback.");
+    const QCommandLineOption httpPort(
+        "http-port", "Monitor page (HTTP) port, 0 for any free one, -1 for none.", "port", "0");
     p.addOptions({ address, port, udpPort, stateDir, deviceId, model, firmware, serial, password, factoryNew,
         maxFailures, lockSeconds, heartbeat, timeout, anyAddress });
+    p.addOption(httpPort);
     p.process(arguments);
 
     auto fail = [error](const QString& why) {
@@ -72,6 +75,8 @@ bool DaemonOptions::parse(const QStringList& arguments, DecoderConfig& config, Q
     int tcp = 0, udp = 0;
     if (!toInt(p.value(port), 0, 65535, tcp) || !toInt(p.value(udpPort), 0, 65535, udp))
         return fail(QStringLiteral("ports are 0..65535"));
+    if (!toInt(p.value(httpPort), -1, 65535, config.httpPort))
+        return fail(QStringLiteral("--http-port is -1..65535"));
     config.tcpPort = quint16(tcp);
     config.udpPort = quint16(udp);
     if (!toInt(p.value(maxFailures), 1, 100, config.maxFailedLogins)

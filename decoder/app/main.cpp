@@ -1,7 +1,7 @@
 #include "DaemonOptions.h"
 #include "core/VirtualDecoder.h"
 
-#include <QCoreApplication>
+#include <QGuiApplication>
 
 #include <csignal>
 #include <cstdio>
@@ -17,7 +17,10 @@ int main(int argc, char** argv)
     sigaddset(&stopSignals, SIGTERM);
     pthread_sigmask(SIG_BLOCK, &stopSignals, nullptr);
 
-    QCoreApplication app(argc, argv);
+    // The monitor draws text, which takes a GUI application; no display is needed.
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QGuiApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("virtual-decoder"));
     QCoreApplication::setApplicationVersion(QStringLiteral("1.0"));
 
@@ -32,8 +35,9 @@ int main(int argc, char** argv)
         fprintf(stderr, "virtual-decoder: %s\n", qPrintable(error));
         return 1;
     }
-    printf("virtual-decoder %s listening on %s tcp=%u\n", qPrintable(config.deviceId), qPrintable(decoder.address()),
-        unsigned(decoder.port()));
+    printf("virtual-decoder %s listening on %s tcp=%u http=%u udp=%u\n", qPrintable(config.deviceId),
+        qPrintable(decoder.address()), unsigned(decoder.port()), unsigned(decoder.httpPort()),
+        unsigned(decoder.udpPort()));
     fflush(stdout);
 
     int signal = 0;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QVector>
 
 namespace vdec {
 
@@ -26,6 +27,20 @@ struct DecoderConfig {
     int heartbeatIntervalMs = 1000;
     int heartbeatTimeoutMs = 4000;
     int maxConnections = 64;
+
+    int httpPort = 0; // monitor page; 0: ephemeral, negative: no monitor
+    // Still pictures are decoded at the size they are shown at; false decodes them
+    // whole and scales afterwards (kept to measure the difference).
+    bool decodeAtShownSize = true;
+
+    // One second of a loop's interval, in ms: tests shorten it to see loops turn quickly.
+    int turnUnitMs = 1000;
+    // The unit's HDMI inputs (at most 4), numbered from 0, and whether a cable is in each.
+    QVector<bool> hdmiInputs = { true, false };
+
+    // Time between two firmware progress reports (0, 10, ..., 100): a whole upgrade
+    // takes about eleven of them. Tests shorten it.
+    int firmwareStepMs = 100;
 
     // The demo and the tests stay on loopback; anything else must be asked for.
     bool allowAnyAddress = false;

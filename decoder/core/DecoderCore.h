@@ -2,6 +2,10 @@
 
 #include "DecoderConfig.h"
 #include "DecoderSnapshot.h"
+#include "DeviceUnit.h"
+#include "LoopClock.h"
+#include "media/FrameIngest.h"
+#include "media/PictureStore.h"
 #include "protocol/RequestRouter.h"
 #include "state/AccountBook.h"
 #include "state/StateFile.h"
@@ -9,7 +13,10 @@
 
 #include "Message.h"
 
+#include <functional>
+#include <memory>
 #include <mutex>
+#include <optional>
 #include <vector>
 
 namespace vdec {
@@ -36,6 +43,18 @@ public:
     bool load(QString* error);
     Reply process(Session& session, const cmatrix::wire::Message& message);
     DecoderSnapshot snapshot() const;
+    // Stops the decoder's own clock (loops stop turning); for a power-off.
+    void halt();
+
+    // One datagram from the discovery port; the answer to send back, if any.
+    std::optional<std::vector<uint8_t>> processDatagram(const std::vector<uint8_t>& datagram);
+    // The ports the unit listens on, as discovery and network records report them.
+    void setPorts(quint16 control, quint16 discovery, quint16 http);
+    // Called (without the state lock) when the unit restarts after a factory reset:
+    // every connection closes, as on a reboot.
+    void setRebootHook(std::function<void()> hook) { rebootHook_ = std::move(hook); }
+    // A line in the run log (connections and the like); any thread.
+    void noteEvent(const QString& event) { unit_->runLog().add(event); }
 
     const DecoderConfig& config() const { return config_; }
     FaultPlan& faults() { return faults_; }
@@ -43,7 +62,15 @@ public:
 private:
     bool restore(const QJsonObject& object, QString* why);
     QJsonObject toJson() const;
+    void settle();
     void save();
+    RequestContext contextFor(Session& session);
+    // Everything but the unit's own settings back to factory: the wall and what it
+    // holds, the accounts (the unit is no longer activated). Other state kept by the
+    // decoder is reset here too. The state lock is held.
+    void resetToFactory();
+    bool apply(const QJsonObject& state);
+    void note(const Session& session, const cmatrix::wire::Message& message, const Outcome& outcome);
 
     const DecoderConfig config_;
     Journal& journal_;
@@ -55,6 +82,13 @@ private:
     AccountBook accounts_;
     bool activated_;
     StateFile file_;
+    mutable PictureStore pictures_; // own lock: filled outside mutex_, pruned by snapshot()
+    FrameIngest frames_;
+    LoopClock clock_; // last, so it stops before the state it turns goes
+    std::function<void()> rebootHook_;
+    // After the clock: its upgrade thread installs firmware into the state above, so
+    // it is stopped first.
+    std::unique_ptr<DeviceUnit> unit_;
 };
 
 } // namespace vdec

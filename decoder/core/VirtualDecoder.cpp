@@ -1,8 +1,10 @@
 #include "VirtualDecoder.h"
 
 #include "DecoderCore.h"
+#include "monitor/MonitorServer.h"
 #include "net/Socket.h"
 #include "net/TcpServer.h"
+#include "net/UdpServer.h"
 #include "state/StateFile.h"
 
 #include <QDir>
@@ -41,17 +43,48 @@ bool VirtualDecoder::start(QString* error)
     auto server = std::make_unique<TcpServer>(*core);
     if (!server->listen(config_.address, port_ ? port_ : config_.tcpPort, error))
         return false;
+    auto udp = std::make_unique<UdpServer>(*core);
+    if (!udp->bind(config_.address, udpPort_ ? udpPort_ : config_.udpPort, error))
+        return false;
+    std::unique_ptr<MonitorServer> monitor;
+    if (config_.httpPort >= 0) {
+        DecoderCore* state = core.get();
+        TcpServer* clients = server.get();
+        monitor = std::make_unique<MonitorServer>(
+            config_, [state] { return state->snapshot(); }, [clients] { return clients->connectionCount(); });
+        // A restart keeps the port the monitor had, as it keeps the control port.
+        if (!monitor->listen(quint16(httpPort_ ? httpPort_ : config_.httpPort), error))
+            return false;
+    }
     port_ = server->port();
+    udpPort_ = udp->port();
+    core->setPorts(port_, udpPort_, monitor ? monitor->port() : 0);
+    core->setRebootHook([clients = server.get()] { clients->closeConnections(); });
     core_ = std::move(core);
     server_ = std::move(server);
     server_->start();
+    udp_ = std::move(udp);
+    udp_->start();
+    if (monitor) {
+        httpPort_ = monitor->port();
+        monitor_ = std::move(monitor);
+        monitor_->start();
+    }
     return true;
 }
 
 void VirtualDecoder::stop()
 {
+    if (monitor_)
+        monitor_->stop(); // first: it reads the state the others are about to drop
+    monitor_.reset();
+    if (udp_)
+        udp_->stop();
+    udp_.reset();
     if (server_)
         server_->stop();
+    if (core_)
+        core_->halt();
     server_.reset();
 }
 

@@ -12,7 +12,9 @@
 namespace vdec {
 
 class DecoderCore;
+class MonitorServer;
 class TcpServer;
+class UdpServer;
 
 // A decoder on the network, run on threads of its own so that a caller may make
 // blocking calls to it from any thread, its own event loop included.
@@ -34,6 +36,10 @@ public:
 
     QString address() const { return config_.address; }
     quint16 port() const { return port_; }
+    // The monitor page's port, 0 when there is no monitor.
+    quint16 httpPort() const { return httpPort_; }
+    // The discovery (UDP) port, on the same address.
+    quint16 udpPort() const { return udpPort_; }
     const DecoderConfig& config() const { return config_; }
     QString stateFilePath() const;
 
@@ -53,6 +59,10 @@ private:
     FaultPlan faults_;
     std::unique_ptr<DecoderCore> core_;
     std::unique_ptr<TcpServer> server_;
+    std::unique_ptr<MonitorServer> monitor_;
+    quint16 httpPort_ = 0;
+    std::unique_ptr<UdpServer> udp_;
+    quint16 udpPort_ = 0;
 };
 
 } // namespace vdec

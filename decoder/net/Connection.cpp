@@ -1,5 +1,6 @@
 #include "Connection.h"
 
+#include "Outbox.h"
 #include "core/DecoderCore.h"
 #include "core/FaultPlan.h"
 
@@ -37,6 +38,7 @@ Connection::Connection(Socket socket, uint64_t id, DecoderCore& core)
     , heartbeatTimeout_(std::max(10, core.config().heartbeatTimeoutMs))
 {
     session_.connectionId = id;
+    session_.outbox = std::make_shared<Outbox>();
 }
 
 Connection::~Connection()
@@ -77,8 +79,9 @@ void Connection::run()
     lastReceived_ = lastSent_ = Clock::now();
     bool open = true;
     while (open && !stopping_) {
-        pollfd fds[2] = { { socket_.fd(), POLLIN, 0 }, { wake_.fd(), POLLIN, 0 } };
-        if (::poll(fds, 2, msUntilNextDeadline()) < 0 && errno != EINTR)
+        pollfd fds[3]
+            = { { socket_.fd(), POLLIN, 0 }, { wake_.fd(), POLLIN, 0 }, { session_.outbox->fd(), POLLIN, 0 } };
+        if (::poll(fds, 3, msUntilNextDeadline()) < 0 && errno != EINTR)
             break;
         if (fds[1].revents)
             wake_.drain();
@@ -86,6 +89,13 @@ void Connection::run()
             break;
         if (fds[0].revents)
             open = receive();
+        if (open && fds[2].revents) {
+            for (const std::vector<uint8_t>& pushed : session_.outbox->take()) {
+                open = sendAll(pushed);
+                if (!open)
+                    break;
+            }
+        }
         if (open)
             open = flushDue();
         const Clock::time_point now = Clock::now();
@@ -98,6 +108,7 @@ void Connection::run()
                 open = sendAll(heartbeat());
         }
     }
+    session_.outbox->close();
     if (aborting_)
         socket_.abortOnClose();
     socket_.reset();

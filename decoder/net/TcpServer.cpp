@@ -64,6 +64,13 @@ void TcpServer::killConnections()
         c->abort();
 }
 
+void TcpServer::closeConnections()
+{
+    std::lock_guard<std::mutex> lock(mutex_);
+    for (auto& c : connections_)
+        c->stop();
+}
+
 int TcpServer::connectionCount() const
 {
     std::lock_guard<std::mutex> lock(mutex_);
@@ -100,6 +107,7 @@ void TcpServer::acceptPending()
             continue; // refused: closed as it goes out of scope
         connections_.push_back(std::make_unique<Connection>(std::move(client), nextConnectionId++, core_));
         connections_.back()->start();
+        core_.noteEvent(QStringLiteral("connection %1 opened").arg(connections_.back()->id()));
     }
 }
 
@@ -110,6 +118,7 @@ void TcpServer::reap()
         std::lock_guard<std::mutex> lock(mutex_);
         for (auto it = connections_.begin(); it != connections_.end();) {
             if ((*it)->finished()) {
+                core_.noteEvent(QStringLiteral("connection %1 closed").arg((*it)->id()));
                 ended.push_back(std::move(*it));
                 it = connections_.erase(it);
             } else {

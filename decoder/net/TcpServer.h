@@ -27,6 +27,7 @@ public:
     void start();
     void stop(); // closes the port and every connection, and joins all threads
     void killConnections(); // resets every connection; the port stays open
+    void closeConnections(); // closes every connection in order; the port stays open
     int connectionCount() const;
     quint16 port() const { return port_; }
 

@@ -7,12 +7,14 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
 namespace vdec {
 
 class AccountBook;
+class Outbox;
 class Wall;
 
 // What one connection knows about its peer.
@@ -20,6 +22,7 @@ struct Session {
     uint64_t connectionId = 0;
     bool loggedIn = false;
     std::string user;
+    std::shared_ptr<Outbox> outbox; // messages pushed to this connection from other threads
 };
 
 // Everything a request handler may touch; the caller holds the state lock.

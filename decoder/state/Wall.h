@@ -1,5 +1,10 @@
 #pragma once
 
+#include "DistributionBook.h"
+#include "LoopTable.h"
+#include "OutputSettings.h"
+#include "SceneBook.h"
+#include "SchemeBook.h"
 #include "WindowTable.h"
 
 #include <QDateTime>
@@ -33,6 +38,16 @@ public:
     const QDateTime& lastSetTime() const { return lastSetTime_; }
     WindowTable& windows() { return windows_; }
     const WindowTable& windows() const { return windows_; }
+    SceneBook& scenes() { return scenes_; }
+    const SceneBook& scenes() const { return scenes_; }
+    SchemeBook& schemes() { return schemes_; }
+    const SchemeBook& schemes() const { return schemes_; }
+    LoopTable& loops() { return loops_; }
+    const LoopTable& loops() const { return loops_; }
+    OutputSettings& outputs() { return outputs_; }
+    const OutputSettings& outputs() const { return outputs_; }
+    DistributionBook& distributions() { return distributions_; }
+    const DistributionBook& distributions() const { return distributions_; }
 
     // Restores values read back from disk; false when any is out of range.
     bool restore(int32_t cols, int32_t rows, const QString& name, int32_t status, const QString& masterIp,
@@ -52,6 +67,11 @@ private:
     qint64 clockOffsetSecs_ = 0;
     QDateTime lastSetTime_;
     WindowTable windows_;
+    SceneBook scenes_;
+    SchemeBook schemes_;
+    LoopTable loops_; // which scheme turns in which window
+    OutputSettings outputs_; // banner, screen colours, audio
+    DistributionBook distributions_;
 };
 
 } // namespace vdec

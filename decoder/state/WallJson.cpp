@@ -1,5 +1,6 @@
 #include "WallJson.h"
 
+#include "PresentationJson.h"
 #include "Wall.h"
 
 #include <QJsonArray>
@@ -61,6 +62,16 @@ bool windowFromJson(const QJsonObject& o, Window& w)
 
 } // namespace
 
+QJsonObject WallJson::toJson(const Window& window)
+{
+    return windowToJson(window);
+}
+
+bool WallJson::fromJson(const QJsonObject& object, Window& window)
+{
+    return windowFromJson(object, window);
+}
+
 QJsonObject WallJson::toJson(const Wall& wall)
 {
     QJsonArray screens;
@@ -79,6 +90,9 @@ QJsonObject WallJson::toJson(const Wall& wall)
         { "lastSetTime", wall.lastSetTime().toString(Qt::ISODate) },
         { "screens", screens },
         { "windows", windows },
+        { "presentation", PresentationJson::toJson(wall) },
+        { "distributions", wall.distributions().toJson() },
+        { "lastDistributionId", qint64(wall.distributions().lastId()) },
     };
 }
 
@@ -110,6 +124,10 @@ bool WallJson::fromJson(const QJsonObject& o, Wall& wall, int* dropped)
             ++bad;
     }
     bad += wall.windows().restore(std::move(windows));
+    // Older files have none; bad entries are dropped, they only ever fed a picture.
+    wall.distributions().fromJson(o.value("distributions").toArray(),
+        uint32_t(qBound<qint64>(0, o.value("lastDistributionId").toVariant().toLongLong(), UINT32_MAX)));
+    PresentationJson::fromJson(o.value("presentation").toObject(), wall); // after the windows it refers to
     if (dropped)
         *dropped = bad;
     return true;

@@ -173,6 +173,14 @@ int32_t WindowTable::removeSources(int32_t windowId, const std::vector<DeviceInf
     return CMATRIX_OK;
 }
 
+void WindowTable::setTurn(int64_t windowId, int32_t sourceKind, int32_t turnIndex)
+{
+    if (Window* w = findMutable(windowId)) {
+        w->sourceKind = sourceKind;
+        w->turnIndex = turnIndex;
+    }
+}
+
 const Window* WindowTable::find(int64_t id) const
 {
     auto it = std::find_if(windows_.begin(), windows_.end(), [id](const Window& w) { return w.id == id; });

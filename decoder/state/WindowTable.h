@@ -24,6 +24,8 @@ public:
     int32_t setDivision(int32_t windowId, int32_t division);
     int32_t addSources(int32_t windowId, const std::vector<DeviceInfo_t>& devices, bool reset);
     int32_t removeSources(int32_t windowId, const std::vector<DeviceInfo_t>& devices, bool reset);
+    // Marks a window as displaying in turn (sourceKind 1) at 1-based turnIndex, or not.
+    void setTurn(int64_t windowId, int32_t sourceKind, int32_t turnIndex);
 
     const Window* find(int64_t id) const;
     const std::vector<Window>& windows() const { return windows_; }

@@ -275,8 +275,11 @@ bool Connection::readOnce(int waitMs)
 void Connection::dispatch(wire::Message& message)
 {
     // Heartbeats only prove the decoder is alive, which any byte already did.
-    if (!wire::isResponse(message.header.type))
+    if (!wire::isResponse(message.header.type)) {
+        if (message.header.type != uint16_t(MessageType::Heartbeat) && message.header.requestId == 0 && onPush_)
+            onPush_(message);
         return;
+    }
     std::lock_guard<std::mutex> lock(mutex_);
     const auto it = pending_.find(message.header.requestId);
     if (it == pending_.end())

@@ -47,6 +47,9 @@ public:
     Connection& operator=(const Connection&) = delete;
 
     void start(std::function<void()> onLost);
+    // Messages the decoder pushes on its own (request id 0, no answer flag), other than
+    // heartbeats, go to this handler on whichever thread reads them. Set before start().
+    void setPushHandler(std::function<void(const wire::Message&)> handler) { onPush_ = std::move(handler); }
     // Closes without reporting and waits for the reader (unless called on the reader itself).
     void stop();
     bool isOpen() const { return state_.load() == State::Open; }
@@ -104,6 +107,7 @@ private:
     const Timing timing_;
     const std::chrono::milliseconds tick_; // longest the reader blocks before it looks at the clock
     std::function<void()> onLost_;
+    std::function<void(const wire::Message&)> onPush_;
 
     std::mutex mutex_; // guards pending_, reader_, the Pending records and changes of state_
     std::condition_variable readerWake_;

@@ -2,6 +2,7 @@
 
 #include "Messages.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 
@@ -11,6 +12,7 @@ using wire::MessageType;
 
 Session::~Session()
 {
+    closeMedia();
     if (control_)
         control_->stop();
     if (connecting_)
@@ -49,6 +51,7 @@ int Session::connect(
     }
     if (previous)
         previous->stop();
+    closeMedia(); // they belonged to the previous connection
 
     std::shared_ptr<Connection> connection;
     int rc = Connection::open(ip, port, deadline, timing, connection);
@@ -56,6 +59,10 @@ int Session::connect(
         return rc;
     const std::weak_ptr<Session> self = weak_from_this();
     const Connection* raw = connection.get();
+    connection->setPushHandler([self](const wire::Message& message) {
+        if (const std::shared_ptr<Session> session = self.lock())
+            session->pushed(message);
+    });
     connection->start([self, raw] {
         if (const std::shared_ptr<Session> session = self.lock())
             session->connectionLost(raw);
@@ -77,10 +84,12 @@ int Session::connect(
             rc = CMATRIX_ERR_DISCONNECTED; // disconnected while logging in
         // Installed only while still open: a loss from now on finds it in place and is
         // reported; a loss before this point ends in the result instead.
-        if (rc == CMATRIX_OK && connection->isOpen())
+        if (rc == CMATRIX_OK && connection->isOpen()) {
             control_ = connection;
-        else if (rc == CMATRIX_OK)
+            credentials_ = Credentials { ip, port, user, password };
+        } else if (rc == CMATRIX_OK) {
             rc = CMATRIX_ERR_DISCONNECTED;
+        }
     }
     if (rc != CMATRIX_OK)
         connection->stop();
@@ -132,6 +141,7 @@ void Session::disconnect()
     }
     if (connecting)
         connecting->stop();
+    closeMedia();
 }
 
 void Session::shutdown()
@@ -141,6 +151,89 @@ void Session::shutdown()
         shutDown_ = true;
     }
     disconnect();
+    updates_.stop();
+}
+
+void Session::pushed(const wire::Message& message)
+{
+    wire::UpdateStatusRecord record;
+    if (message.header.type == uint16_t(MessageType::FirmwareProgress) && message.decode(record)) {
+        record.status.version[sizeof record.status.version - 1] = '\0';
+        updates_.post(record.status);
+    }
+}
+
+bool Session::isShutDown() const
+{
+    std::lock_guard<std::mutex> lock(mutex_);
+    return shutDown_;
+}
+
+uint64_t Session::mediaGeneration() const
+{
+    std::lock_guard<std::mutex> lock(mutex_);
+    return mediaGeneration_;
+}
+
+int Session::openMedia(uint64_t generation, std::shared_ptr<Connection>& out)
+{
+    Credentials credentials;
+    Connection::Timing timing;
+    {
+        std::lock_guard<std::mutex> lock(mutex_);
+        if (shutDown_)
+            return CMATRIX_ERR_INVALID_HANDLE;
+        if (generation != mediaGeneration_)
+            return CMATRIX_ERR_DISCONNECTED;
+        if (!control_)
+            return CMATRIX_ERR_FAILED; // as any call without a connection
+        if (!control_->isOpen())
+            return CMATRIX_ERR_DISCONNECTED; // the handle's connection is lost: media go with it
+        credentials = credentials_;
+        timing = timing_;
+    }
+    const Clock::time_point until = deadline();
+    std::shared_ptr<Connection> connection;
+    int rc = Connection::open(credentials.ip, credentials.port, until, timing, connection);
+    if (rc != CMATRIX_OK)
+        return rc;
+    connection->start({}); // a lost media connection is not the handle's news
+    wire::Empty answer;
+    rc = connection->call(
+        MessageType::Login, wire::LoginRequest { credentials.user, credentials.password }, answer, until);
+    if (rc == CMATRIX_OK) {
+        std::lock_guard<std::mutex> lock(mutex_);
+        // Closed meanwhile: closeMedia() could not see this one yet.
+        if (shutDown_ || generation != mediaGeneration_) {
+            rc = CMATRIX_ERR_DISCONNECTED;
+        } else {
+            media_.erase(std::remove_if(media_.begin(), media_.end(),
+                             [](const std::weak_ptr<Connection>& c) { return c.expired(); }),
+                media_.end());
+            media_.push_back(connection);
+        }
+    }
+    if (rc != CMATRIX_OK) {
+        connection->stop();
+        return rc;
+    }
+    out = std::move(connection);
+    return CMATRIX_OK;
+}
+
+void Session::closeMedia()
+{
+    std::vector<std::weak_ptr<Connection>> media;
+    {
+        std::lock_guard<std::mutex> lock(mutex_);
+        ++mediaGeneration_;
+        media.swap(media_);
+    }
+    display_.close();
+    for (const std::weak_ptr<Connection>& c : media) {
+        if (const std::shared_ptr<Connection> connection = c.lock())
+            connection->stop();
+    }
 }
 
 std::shared_ptr<Connection> Session::control() const

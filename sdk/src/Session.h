@@ -2,6 +2,8 @@
 
 #include "CMatrixSDK.h"
 #include "Connection.h"
+#include "MediaLink.h"
+#include "UpdateNotifier.h"
 
 #include <atomic>
 #include <cstdint>
@@ -30,6 +32,8 @@ public:
     void setCallback(CMatrix_StatusCallback callback, void* user);
     void setTimeout(int timeoutMs) { timeoutMs_.store(timeoutMs); }
     void setTiming(Connection::Timing timing);
+    // Where firmware progress pushed by the decoder goes (null: nowhere).
+    void setUpdateCallback(CMatrix_UpdateCallback callback, void* user) { updates_.setCallback(callback, user); }
 
     // Connects and logs in within timeoutMs, replacing an earlier connection silently.
     int connect(
@@ -40,6 +44,19 @@ public:
     void disconnect();
     // Disconnects for good; the handle is being destroyed.
     void shutdown();
+
+    bool isShutDown() const;
+    // When a call started now must be over: the handle's timeout from now.
+    Clock::time_point deadline() const { return Clock::now() + std::chrono::milliseconds(timeoutMs_.load()); }
+
+    // Media connections (see MediaLink) belong to one control connection: each connect
+    // and disconnect closes them and starts a new generation.
+    uint64_t mediaGeneration() const;
+    // Opens and logs in a media connection with the credentials of the last connect,
+    // if the handle is still in that generation.
+    int openMedia(uint64_t generation, std::shared_ptr<Connection>& out);
+    // The connection CMatrix_DisplayFrame sends on.
+    MediaLink& displayLink() { return display_; }
 
     // One request on the control connection within the handle's timeout.
     template <class Request, class Answer> int call(wire::MessageType type, const Request& request, Answer& answer)
@@ -67,6 +84,8 @@ private:
     void* handOutBytes(const void* data, size_t size);
     int login(Connection& connection, const std::string& user, const std::string& password, Clock::time_point deadline);
     void connectionLost(const Connection* connection);
+    void closeMedia();
+    void pushed(const wire::Message& message);
 
     const CMHANDLE handle_;
     std::atomic<int> timeoutMs_ { 5000 };
@@ -81,8 +100,21 @@ private:
     std::string loginError_;
     Connection::Timing timing_;
 
+    // Also guarded by mutex_: where media connections go, and those open now.
+    struct Credentials {
+        std::string ip;
+        uint16_t port = 0;
+        std::string user, password;
+    };
+    Credentials credentials_;
+    uint64_t mediaGeneration_ = 0;
+    std::vector<std::weak_ptr<Connection>> media_;
+    MediaLink display_;
+
     std::mutex listMutex_;
     std::unordered_set<void*> lists_;
+
+    UpdateNotifier updates_;
 };
 
 } // namespace cmatrix::sdk

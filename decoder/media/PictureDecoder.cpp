@@ -1,0 +1,44 @@
+#include "PictureDecoder.h"
+
+#include <QBuffer>
+#include <QImageReader>
+
+#include <algorithm>
+#include <climits>
+
+namespace vdec {
+
+QSize PictureDecoder::keptSize(QSize source, QSize shown)
+{
+    return QSize(std::max(1, std::min({ source.width(), shown.width(), kMaxShown.width() })),
+        std::max(1, std::min({ source.height(), shown.height(), kMaxShown.height() })));
+}
+
+bool PictureDecoder::decode(const uint8_t* data, size_t size, QSize shown, bool atShownSize, QImage& out)
+{
+    // Every JPEG starts with its start-of-image marker; anything else is not tried.
+    if (!data || size < 4 || size > size_t(INT_MAX) || data[0] != 0xff || data[1] != 0xd8)
+        return false;
+    QByteArray bytes = QByteArray::fromRawData(reinterpret_cast<const char*>(data), int(size));
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::ReadOnly);
+    // The format is fixed: a frame that says "still picture" must be one, whatever else
+    // its bytes might pass for.
+    QImageReader reader(&buffer, "jpg");
+    reader.setDecideFormatFromContent(false);
+    const QSize source = reader.size();
+    if (!source.isValid() || source.width() > kMaxSide || source.height() > kMaxSide)
+        return false;
+    const QSize kept = keptSize(source, shown);
+    if (atShownSize && kept != source)
+        reader.setScaledSize(kept);
+    QImage image;
+    if (!reader.read(&image) || image.isNull())
+        return false;
+    if (image.size() != kept)
+        image = image.scaled(kept, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    out = image;
+    return true;
+}
+
+} // namespace vdec

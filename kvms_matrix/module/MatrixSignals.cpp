@@ -1,0 +1,10 @@
+#include "MatrixSignals.h"
+
+namespace kvms_matrix {
+
+MatrixSignals::MatrixSignals(QObject* parent)
+    : QObject(parent)
+{
+}
+
+} // namespace kvms_matrix

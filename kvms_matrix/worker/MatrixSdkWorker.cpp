@@ -1,0 +1,166 @@
+// MatrixSdkWorker: construction, the task queue and the worker loop.
+#include "MatrixSdkWorker.h"
+
+#include "SyncLocker.h"
+#include "UpdateContext.h"
+
+#include "KSingleton.h"
+#include "SystemMsg.h"
+
+namespace kvms_matrix {
+
+MatrixSdkWorker::MatrixSdkWorker(QObject* parent)
+    : KCOMMON::KThread(parent)
+{
+    init();
+}
+
+MatrixSdkWorker::~MatrixSdkWorker()
+{
+    // The loop only ends on an empty queue with the flag cleared; KThread's own stop would wait
+    // forever on a loop that is still told to run.
+    m_running.store(false);
+    wait();
+}
+
+void MatrixSdkWorker::init()
+{
+    registerMetaTypes();
+    connectSignalsWithSlots();
+}
+
+void MatrixSdkWorker::registerMetaTypes()
+{
+    // The names the forms know the types by, in this order.
+    qRegisterMetaType<MatrixInfoMap>("MatrixInfoMap");
+    qRegisterMetaType<MatrixInfoList>("MatrixInfoList");
+    qRegisterMetaType<UserData>("UserData");
+    qRegisterMetaType<MatrixWindowInfo>("MatrixWindowInfo");
+    qRegisterMetaType<MatrixSceneInfo>("MatrixSceneInfo");
+    qRegisterMetaType<MatrixLoopInfo>("MatrixLoopInfo");
+    qRegisterMetaType<MatrixSubWindowInfo>("MatrixSubWindowInfo");
+    qRegisterMetaType<ImageDataInfo>("ImageDataInfo");
+    qRegisterMetaType<QSharedPointer<CSharedHandle>>("CMHandle");
+    qRegisterMetaType<MatrixBannerInfo>("MatrixBannerInfo");
+    qRegisterMetaType<DevPlayFile_t>("DevPalyFile_t");
+    qRegisterMetaType<DeviceAudioInfo_t>("DeviceAudioInfo_t");
+
+    // The spellings of the signal signatures: queued delivery looks argument types up by the
+    // text moc recorded, which is unqualified inside this namespace.
+    qRegisterMetaType<MatrixInfo>("MatrixInfo");
+    qRegisterMetaType<MatrixInfoMap>("QMap<QString,MatrixInfo>");
+    qRegisterMetaType<MatrixInfoList>("QList<MatrixInfo>");
+    qRegisterMetaType<QSharedPointer<CSharedHandle>>("QSharedPointer<CSharedHandle>");
+    qRegisterMetaType<ConnectErrorMsgInfo>("ConnectErrorMsgInfo");
+    qRegisterMetaType<QList<MatrixWindowInfo>>("QList<MatrixWindowInfo>");
+    qRegisterMetaType<QList<MatrixSceneInfo>>("QList<MatrixSceneInfo>");
+    qRegisterMetaType<QList<MatrixLoopInfo>>("QList<MatrixLoopInfo>");
+    qRegisterMetaType<QList<MatrixSubWindowInfo>>("QList<MatrixSubWindowInfo>");
+    qRegisterMetaType<DevPlayFile_t>("DevPlayFile_t");
+    qRegisterMetaType<QList<DevPlayFile_t>>("QList<DevPlayFile_t>");
+    qRegisterMetaType<DeviceNetworkCfg_t>("DeviceNetworkCfg_t");
+    qRegisterMetaType<ScreenResolution_t>("ScreenResolution_t");
+    qRegisterMetaType<ScreenColor>("ScreenColor");
+}
+
+void MatrixSdkWorker::connectSignalsWithSlots()
+{
+    connect(KCOMMON::KSingleton<SystemMsg>::instance(), &SystemMsg::signalQuitSystem, this,
+        &MatrixSdkWorker::slotQuitSystem);
+}
+
+WorkerTaskParam MatrixSdkWorker::makeTask(int kind, QSharedPointer<CSharedHandle> handle)
+{
+    WorkerTaskParam task;
+    task.taskType = kind;
+    task.handle = std::move(handle);
+    return task;
+}
+
+void MatrixSdkWorker::queueTask(const WorkerTaskParam& task)
+{
+    SyncLocker lock(&m_taskMutex);
+    m_taskList.append(task);
+    m_pendingCount.store(m_taskList.size(), std::memory_order_release);
+}
+
+bool MatrixSdkWorker::takeTask(WorkerTaskParam& task)
+{
+    SyncLocker lock(&m_taskMutex);
+    if (m_taskList.isEmpty())
+        return false;
+    task = m_taskList.takeFirst();
+    m_pendingCount.store(m_taskList.size(), std::memory_order_release);
+    return true;
+}
+
+void MatrixSdkWorker::startIfStopped()
+{
+    bool leaving = false;
+    {
+        SyncLocker lock(&m_taskMutex);
+        m_running.store(true);
+        leaving = m_leaving;
+    }
+    // The loop may have decided to end just before the flag came back: let it finish, then
+    // start afresh, so that the task queued with this call is not stranded.
+    if (leaving)
+        wait();
+    if (!isRunning()) {
+        {
+            SyncLocker lock(&m_taskMutex);
+            m_leaving = false;
+        }
+        start(QThread::InheritPriority);
+    }
+}
+
+void MatrixSdkWorker::finishPendingAndStop()
+{
+    m_running.store(false);
+}
+
+void MatrixSdkWorker::setDispatchObserver(DispatchObserver observer, void* context)
+{
+    SyncLocker lock(&m_observerMutex);
+    m_observer = observer;
+    m_observerContext = context;
+}
+
+void MatrixSdkWorker::run()
+{
+    for (;;) {
+        // The emptiness test reads the counter, not the queue, and takes no lock: an idle worker
+        // polls once a millisecond. Only the decision to end is confirmed under the lock.
+        if (m_pendingCount.load(std::memory_order_acquire) == 0 && !m_running.load()) {
+            SyncLocker lock(&m_taskMutex);
+            if (m_taskList.isEmpty() && !m_running.load()) {
+                m_leaving = true;
+                return;
+            }
+        }
+        WorkerTaskParam task;
+        if (m_pendingCount.load(std::memory_order_acquire) > 0)
+            takeTask(task);
+        dispatch(task);
+        QThread::msleep(1);
+    }
+}
+
+void MatrixSdkWorker::dispatch(const WorkerTaskParam& task)
+{
+    DispatchObserver observer = nullptr;
+    void* context = nullptr;
+    {
+        SyncLocker lock(&m_observerMutex);
+        observer = m_observer;
+        context = m_observerContext;
+    }
+    if (observer && task.taskType != TaskKind::None)
+        observer(task, context);
+
+    if (const TaskHandler handler = handlerOf(task.taskType))
+        (this->*handler)(task);
+}
+
+} // namespace kvms_matrix

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "Connection.h"
+
+#include <cstdint>
+#include <memory>
+#include <mutex>
+
+namespace cmatrix::sdk {
+
+class Session;
+
+// One extra connection of a handle that carries media frames, so a large frame never
+// holds up a control call. Opened and logged in on first use with the handle's
+// credentials, and opened again if it was lost, as long as the handle is still on
+// the connection it was on then (its media generation). Its loss is never reported:
+// only the control connection speaks for the handle.
+class MediaLink {
+public:
+    MediaLink() = default;
+    MediaLink(const MediaLink&) = delete;
+    MediaLink& operator=(const MediaLink&) = delete;
+
+    int acquire(Session& session, uint64_t generation, std::shared_ptr<Connection>& out);
+    void close();
+
+private:
+    std::mutex mutex_; // held while opening, so concurrent first users open it once
+    std::shared_ptr<Connection> connection_;
+};
+
+} // namespace cmatrix::sdk

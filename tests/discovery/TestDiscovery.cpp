@@ -1,0 +1,568 @@
+// Discovery and set-up over UDP, through the real SDK, against in-process decoders on
+// 127.0.0.100 and up.
+
+#include "DecoderFixture.h"
+#include "RawUdp.h"
+#include "SearchCollector.h"
+#include "TestMain.h"
+#include "TestTimeout.h"
+
+#include "Messages.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QtTest>
+
+#include <algorithm>
+#include <cstring>
+#include <functional>
+
+using namespace cmatrix::wire;
+using kvmstest::scaled;
+
+using CfgEdit = std::function<void(DeviceNetworkCfg_t&)>;
+Q_DECLARE_METATYPE(CfgEdit)
+
+namespace {
+
+// Rounds long enough for the first probe's answers to arrive on a loaded machine;
+// exact counts of answers are only asserted on longer rounds.
+constexpr int kRoundCentis = 25;
+
+QByteArray targetOf(const vdec::VirtualDecoder* d)
+{
+    return QStringLiteral("%1:%2").arg(d->address()).arg(d->udpPort()).toLatin1();
+}
+
+template <size_t N> void setText(char (&field)[N], const char* text)
+{
+    std::memset(field, 0, N);
+    std::memcpy(field, text, std::min(std::strlen(text), N - 1));
+}
+
+DeviceNetworkCfg_t networkOf(const char* ip)
+{
+    DeviceNetworkCfg_t cfg {};
+    setText(cfg.ipv4, ip);
+    setText(cfg.mask, "255.255.255.0");
+    setText(cfg.gateway, "192.168.1.1");
+    setText(cfg.dns, "192.168.1.1");
+    cfg.prefixV6 = 64;
+    return cfg;
+}
+
+DeviceInfo_t addressed(const char* devId, const char* ip, const char* user, const char* password)
+{
+    DeviceInfo_t d {};
+    setText(d.devId, devId);
+    setText(d.ip, ip);
+    setText(d.userName, user);
+    setText(d.password, password);
+    return d;
+}
+
+int connectTo(CMHANDLE h, const vdec::VirtualDecoder* d, const char* password)
+{
+    return CMatrix_Connect(h, d->address().toLatin1().constData(), d->port(), "admin", password, scaled(3000));
+}
+
+} // namespace
+
+class TestDiscovery : public QObject {
+    Q_OBJECT
+
+    kvmstest::DecoderFixture fixture_;
+
+    vdec::VirtualDecoder* start(int n, const kvmstest::DecoderFixture::Tweak& tweak = {})
+    {
+        return fixture_.startDecoder(n, tweak);
+    }
+
+    // One round against the current targets, waited for.
+    static bool search(SearchCollector& collector, int waitCentis = kRoundCentis)
+    {
+        if (collector.start(waitCentis, 3) != CMATRIX_OK)
+            return false;
+        return QTest::qWaitFor([&] { return collector.finished() == 1; }, scaled(5000));
+    }
+
+private slots:
+    void cleanup()
+    {
+        fixture_.cleanup();
+        Discovery_SetTargets(nullptr);
+    }
+
+    void findsTheDecodersOnTheTargets()
+    {
+        vdec::VirtualDecoder* a = start(100);
+        vdec::VirtualDecoder* b = start(101, [](vdec::DecoderConfig& c) {
+            c.model = QStringLiteral("VD-3200");
+            c.firmwareVersion = QStringLiteral("V1.2.0 build 240601");
+        });
+        QVERIFY(a && b);
+        QCOMPARE(Discovery_SetTargets(targetOf(a) + ", " + targetOf(b)), CMATRIX_OK);
+
+        SearchCollector collector;
+        QCOMPARE(collector.start(100, 3), CMATRIX_OK);
+        QCOMPARE(collector.finished(), 0); // the round runs in the background
+        QTRY_COMPARE_WITH_TIMEOUT(collector.finished(), 1, scaled(5000));
+        QCOMPARE(collector.oddCalls(), 0);
+
+        // Every probe is answered: three answers per decoder, all passed on.
+        const std::vector<DeviceInfo_t> fromA = collector.answersFrom("VD00000100");
+        const std::vector<DeviceInfo_t> fromB = collector.answersFrom("VD00000101");
+        QCOMPARE(int(fromA.size()), 3);
+        QCOMPARE(int(fromB.size()), 3);
+        QCOMPARE(int(collector.answers().size()), 6);
+        QCOMPARE(a->journal().count(MessageType::DiscoveryProbe), 3);
+
+        const DeviceInfo_t& da = fromA.front();
+        QCOMPARE(da.devType, 9);
+        QCOMPARE(QByteArray(da.ip), QByteArray("127.0.0.100"));
+        QCOMPARE(da.port, int(a->port()));
+        QCOMPARE(QByteArray(da.name), a->config().firmwareVersion.toLatin1());
+        QCOMPARE(int(da.flag), 1);
+        QCOMPARE(QByteArray(da.userName), QByteArray());
+        QCOMPARE(da.modelClass, 2); // VD-1600: a small unit
+        QCOMPARE(fromB.front().modelClass, 4); // VD-3200: a large one
+        QCOMPARE(QByteArray(fromB.front().name), QByteArray("V1.2.0 build 240601"));
+        QCOMPARE(QByteArray(fromB.front().ip), QByteArray("127.0.0.101"));
+    }
+
+    void roundsEndEvenWithoutAnswers_data()
+    {
+        QTest::addColumn<QByteArray>("targets");
+        // A loopback port nobody listens on (the SDK's own default is not used: another
+        // process on this machine might listen there).
+        QTest::newRow("nobody at the target") << QByteArray("127.0.0.102:9");
+        QTest::newRow("the default from a bad environment") << QByteArray();
+    }
+
+    void roundsEndEvenWithoutAnswers()
+    {
+        QFETCH(QByteArray, targets);
+        if (targets.isEmpty()) {
+            // A variable naming a LAN address gives no targets at all, not a guess.
+            qputenv("CMATRIX_DISCOVERY_TARGETS", "192.168.1.30:37020");
+            QCOMPARE(Discovery_SetTargets(nullptr), CMATRIX_OK);
+            qunsetenv("CMATRIX_DISCOVERY_TARGETS");
+        } else {
+            QCOMPARE(Discovery_SetTargets(targets), CMATRIX_OK);
+        }
+        SearchCollector collector;
+        QVERIFY(search(collector));
+        QCOMPARE(int(collector.answers().size()), 0);
+        QCOMPARE(collector.oddCalls(), 0);
+        DeviceNetworkCfg_t cfg {};
+        QCOMPARE(Discovery_GetNetworkBC("VD00000102", &cfg, 200), CMATRIX_ERR_DEVICE_NOT_FOUND);
+    }
+
+    void startRefusesBadArguments_data()
+    {
+        QTest::addColumn<int>("waitCentis");
+        QTest::addColumn<int>("probes");
+        QTest::addColumn<bool>("withCallback");
+        QTest::newRow("no wait") << 0 << 3 << true;
+        QTest::newRow("negative wait") << -5 << 3 << true;
+        QTest::newRow("wait over a minute") << 6001 << 3 << true;
+        QTest::newRow("no probes") << 10 << 0 << true;
+        QTest::newRow("too many probes") << 10 << 101 << true;
+        QTest::newRow("no callback") << 10 << 3 << false;
+    }
+
+    void startRefusesBadArguments()
+    {
+        QFETCH(int, waitCentis);
+        QFETCH(int, probes);
+        QFETCH(bool, withCallback);
+        SearchCollector collector;
+        const int rc = withCallback ? collector.start(waitCentis, probes)
+                                    : Discovery_Start(waitCentis, probes, nullptr, nullptr);
+        QCOMPARE(rc, CMATRIX_ERR_INVALID_PARAM);
+        QTest::qWait(50);
+        QCOMPARE(collector.finished(), 0);
+    }
+
+    void roundsRestartFromTheFinishedCallback()
+    {
+        vdec::VirtualDecoder* d = start(103);
+        QVERIFY(d);
+        QCOMPARE(Discovery_SetTargets(targetOf(d)), CMATRIX_OK);
+        SearchCollector collector;
+        collector.restartFromCallback(2, kRoundCentis, 3); // three rounds in all, as one search of the module
+        QCOMPARE(collector.start(kRoundCentis, 3), CMATRIX_OK);
+        QTRY_COMPARE_WITH_TIMEOUT(collector.finished(), 3, scaled(5000));
+        QCOMPARE(collector.restartResults(), std::vector<int>({ CMATRIX_OK, CMATRIX_OK }));
+        const int answers = int(collector.answersFrom("VD00000103").size());
+        QVERIFY2(answers >= 3 && answers <= 9, qPrintable(QString::number(answers)));
+        QTest::qWait(kRoundCentis * 10 + 100); // no fourth round follows
+        QCOMPARE(collector.finished(), 3);
+    }
+
+    void targets_data()
+    {
+        QTest::addColumn<QByteArray>("targets");
+        QTest::addColumn<int>("result");
+        QTest::newRow("LAN address") << QByteArray("192.168.1.30:37020") << CMATRIX_ERR_INVALID_PARAM;
+        QTest::newRow("private address") << QByteArray("10.0.0.1:37020") << CMATRIX_ERR_INVALID_PARAM;
+        QTest::newRow("broadcast") << QByteArray("255.255.255.255:37020") << CMATRIX_ERR_INVALID_PARAM;
+        QTest::newRow("any address") << QByteArray("0.0.0.0:37020") << CMATRIX_ERR_INVALID_PARAM;
+        QTest::newRow("one bad among good")
+            << QByteArray("127.0.0.2:1,192.168.1.20:37020") << CMATRIX_ERR_INVALID_PARAM;
+        QTest::newRow("short form") << QByteArray("127.1:37020") << CMATRIX_ERR_INVALID_PARAM;
+        QTest::newRow("host name") << QByteArray("example.com:37020") << CMATRIX_ERR_INVALID_PARAM;
+        QTest::newRow("no port") << QByteArray("127.0.0.1") << CMATRIX_ERR_INVALID_PARAM;
+        QTest::newRow("port zero") << QByteArray("127.0.0.1:0") << CMATRIX_ERR_INVALID_PARAM;
+        QTest::newRow("port too large") << QByteArray("127.0.0.1:65536") << CMATRIX_ERR_INVALID_PARAM;
+        QTest::newRow("port not a number") << QByteArray("localhost:x1") << CMATRIX_ERR_INVALID_PARAM;
+        QTest::newRow("empty") << QByteArray("") << CMATRIX_ERR_INVALID_PARAM;
+        QTest::newRow("trailing comma") << QByteArray("127.0.0.1:1,") << CMATRIX_ERR_INVALID_PARAM;
+        QTest::newRow("localhost") << QByteArray("localhost:37020") << CMATRIX_OK;
+        QTest::newRow("loopback range, spaced") << QByteArray(" 127.0.0.2:1 , 127.255.255.254:65535") << CMATRIX_OK;
+    }
+
+    void targets()
+    {
+        QFETCH(QByteArray, targets);
+        QFETCH(int, result);
+        vdec::VirtualDecoder* d = start(104);
+        QVERIFY(d);
+        QCOMPARE(Discovery_SetTargets(targetOf(d)), CMATRIX_OK);
+        QCOMPARE(Discovery_SetTargets(targets.constData()), result);
+        if (result == CMATRIX_OK)
+            return;
+        // A refused list leaves the previous one in place.
+        SearchCollector collector;
+        QVERIFY(search(collector));
+        QVERIFY(!collector.answersFrom("VD00000104").empty());
+    }
+
+    void networkChangeIsReportedNotUsed()
+    {
+        vdec::VirtualDecoder* d = start(105);
+        QVERIFY(d);
+        QCOMPARE(Discovery_SetTargets(targetOf(d)), CMATRIX_OK);
+
+        DeviceNetworkCfg_t cfg {};
+        QCOMPARE(Discovery_GetNetworkBC("VD00000105", &cfg, scaled(1000)), CMATRIX_OK);
+        QCOMPARE(QByteArray(cfg.devId), QByteArray("VD00000105"));
+        QCOMPARE(QByteArray(cfg.ipv4), QByteArray("127.0.0.105"));
+        QCOMPARE(QByteArray(cfg.mask), QByteArray("255.0.0.0"));
+        QCOMPARE(QByteArray(cfg.gateway), QByteArray("127.0.0.1"));
+        QCOMPARE(QByteArray(cfg.model), QByteArray("VD-1600"));
+        QCOMPARE(cfg.controlPort, int(d->port()));
+        QVERIFY(QByteArray(cfg.mac).startsWith("02:"));
+        QCOMPARE(QByteArray(cfg.mac).size(), 17);
+
+        for (const char* ip : { "192.168.1.20", "192.168.1.30" }) {
+            const DeviceNetworkCfg_t next = networkOf(ip);
+            QCOMPARE(Discovery_SetupNetworkBC(&next, "VD00000105", "admin", "admin123", scaled(2000)), CMATRIX_OK);
+            SearchCollector collector;
+            QVERIFY(search(collector));
+            const std::vector<DeviceInfo_t> found = collector.answersFrom("VD00000105");
+            QVERIFY(!found.empty());
+            QCOMPARE(QByteArray(found.front().ip), QByteArray(ip));
+        }
+        QCOMPARE(Discovery_GetNetworkBC("VD00000105", &cfg, scaled(1000)), CMATRIX_OK);
+        QCOMPARE(QByteArray(cfg.ipv4), QByteArray("192.168.1.30"));
+        QCOMPARE(QByteArray(cfg.mask), QByteArray("255.255.255.0"));
+        QCOMPARE(QByteArray(d->snapshot().network.ipv4), QByteArray("192.168.1.30"));
+
+        // Nothing can be sent to the configured address: the SDK will not take it as a
+        // target, and the unit still works where it really is.
+        QCOMPARE(Discovery_SetTargets(QByteArray("192.168.1.30:") + QByteArray::number(d->udpPort())),
+            CMATRIX_ERR_INVALID_PARAM);
+        const CMHANDLE h = CMatrix_Create();
+        QCOMPARE(connectTo(h, d, "admin123"), CMATRIX_OK);
+        CMatrix_Destroy(h);
+
+        QVERIFY(d->restart());
+        QCOMPARE(QByteArray(d->snapshot().network.ipv4), QByteArray("192.168.1.30")); // kept
+        QCOMPARE(d->journal().count(MessageType::SetupNetwork), 2);
+    }
+
+    void setupNetworkRefusals_data()
+    {
+        QTest::addColumn<CfgEdit>("edit");
+        QTest::addColumn<QByteArray>("devId");
+        QTest::addColumn<QByteArray>("password");
+        QTest::addColumn<int>("result");
+        const CfgEdit none = [](DeviceNetworkCfg_t&) {};
+        const QByteArray id = "VD00000106";
+        QTest::newRow("wrong password") << none << id << QByteArray("nope") << CMATRIX_ERR_AUTH;
+        QTest::newRow("another unit") << none << QByteArray("VD99999999") << QByteArray("admin123")
+                                      << CMATRIX_ERR_DEVICE_NOT_FOUND;
+        const auto row = [&](const char* name, CfgEdit edit) {
+            QTest::newRow(name) << edit << id << QByteArray("admin123") << CMATRIX_ERR_INVALID_PARAM;
+        };
+        row("address cut short", [](DeviceNetworkCfg_t& c) { setText(c.ipv4, "192.168.1"); });
+        row("address out of range", [](DeviceNetworkCfg_t& c) { setText(c.ipv4, "192.168.1.300"); });
+        row("address missing", [](DeviceNetworkCfg_t& c) { setText(c.ipv4, ""); });
+        row("any address", [](DeviceNetworkCfg_t& c) { setText(c.ipv4, "0.0.0.0"); });
+        row("broadcast address", [](DeviceNetworkCfg_t& c) { setText(c.ipv4, "255.255.255.255"); });
+        row("multicast address", [](DeviceNetworkCfg_t& c) { setText(c.ipv4, "224.0.0.1"); });
+        row("mask with a hole", [](DeviceNetworkCfg_t& c) { setText(c.mask, "255.0.255.0"); });
+        row("empty mask", [](DeviceNetworkCfg_t& c) { setText(c.mask, "0.0.0.0"); });
+        row("gateway not an address", [](DeviceNetworkCfg_t& c) { setText(c.gateway, "gateway"); });
+        row("name server not an address", [](DeviceNetworkCfg_t& c) { setText(c.dns2, "1.2.3"); });
+        row("IPv6 prefix too long", [](DeviceNetworkCfg_t& c) { c.prefixV6 = 129; });
+        row("IPv6 prefix negative", [](DeviceNetworkCfg_t& c) { c.prefixV6 = -1; });
+        row("IPv6 address malformed", [](DeviceNetworkCfg_t& c) { setText(c.ipv6, "fe80::zz"); });
+        row("address without terminator", [](DeviceNetworkCfg_t& c) { std::memset(c.ipv4, '1', sizeof c.ipv4); });
+        row("DHCP flag not 0 or 1", [](DeviceNetworkCfg_t& c) { c.dhcp = 2; });
+    }
+
+    void setupNetworkRefusals()
+    {
+        QFETCH(CfgEdit, edit);
+        QFETCH(QByteArray, devId);
+        QFETCH(QByteArray, password);
+        QFETCH(int, result);
+        vdec::VirtualDecoder* d = start(106);
+        QVERIFY(d);
+        QCOMPARE(Discovery_SetTargets(targetOf(d)), CMATRIX_OK);
+        DeviceNetworkCfg_t cfg = networkOf("192.168.1.40");
+        setText(cfg.ipv6, "fe80::1");
+        edit(cfg);
+        const int timeout = result == CMATRIX_ERR_DEVICE_NOT_FOUND ? 300 : scaled(2000);
+        QCOMPARE(Discovery_SetupNetworkBC(&cfg, devId, "admin", password, timeout), result);
+        QCOMPARE(QByteArray(d->snapshot().network.ipv4), QByteArray("127.0.0.106"));
+    }
+
+    void setupCountsTowardsTheLockOut()
+    {
+        vdec::VirtualDecoder* d = start(107, [](vdec::DecoderConfig& c) { c.maxFailedLogins = 2; });
+        QVERIFY(d);
+        QCOMPARE(Discovery_SetTargets(targetOf(d)), CMATRIX_OK);
+        const DeviceNetworkCfg_t cfg = networkOf("192.168.1.41");
+        QCOMPARE(Discovery_SetupNetworkBC(&cfg, "VD00000107", "admin", "wrong1", scaled(2000)), CMATRIX_ERR_AUTH);
+        QCOMPARE(Discovery_SetupNetworkBC(&cfg, "VD00000107", "admin", "wrong2", scaled(2000)), CMATRIX_ERR_AUTH);
+        QCOMPARE(
+            Discovery_SetupNetworkBC(&cfg, "VD00000107", "admin", "admin123", scaled(2000)), CMATRIX_ERR_USER_LOCKED);
+        const CMHANDLE h = CMatrix_Create();
+        QCOMPARE(connectTo(h, d, "admin123"), CMATRIX_ERR_USER_LOCKED);
+        CMatrix_Destroy(h);
+        QCOMPARE(QByteArray(d->snapshot().network.ipv4), QByteArray("127.0.0.107"));
+    }
+
+    void activationRefusesWeakPasswords_data()
+    {
+        QTest::addColumn<QByteArray>("password");
+        QTest::newRow("seven characters") << QByteArray("abc1234");
+        QTest::newRow("letters only") << QByteArray("abcdefghij");
+        QTest::newRow("digits only") << QByteArray("1234567890");
+        QTest::newRow("with a space") << QByteArray("abcd 12345");
+        QTest::newRow("non-ASCII letter") << QByteArray("Passw\xc3\xb6rd1");
+    }
+
+    void activationRefusesWeakPasswords()
+    {
+        QFETCH(QByteArray, password);
+        vdec::VirtualDecoder* d = start(108, [](vdec::DecoderConfig& c) { c.factoryNew = true; });
+        QVERIFY(d);
+        QCOMPARE(Discovery_SetTargets(targetOf(d)), CMATRIX_OK);
+        const DeviceInfo_t device = addressed("VD00000108", "", "admin", password);
+        QCOMPARE(Discovery_ActivateDevice(&device, scaled(2000)), CMATRIX_ERR_WEAK_PASSWORD);
+        QVERIFY(!d->snapshot().activated);
+    }
+
+    void factoryNewUnitIsActivated()
+    {
+        vdec::VirtualDecoder* d = start(109, [](vdec::DecoderConfig& c) { c.factoryNew = true; });
+        QVERIFY(d);
+        QCOMPARE(Discovery_SetTargets(targetOf(d)), CMATRIX_OK);
+        SearchCollector before;
+        QVERIFY(search(before));
+        QCOMPARE(int(before.answersFrom("VD00000109").at(0).flag), 0);
+
+        const CMHANDLE h = CMatrix_Create();
+        QCOMPARE(connectTo(h, d, "admin123"), CMATRIX_ERR_NOT_ACTIVATED);
+        char text[256] = {};
+        QCOMPARE(CMatrix_GetLoginErrMsg(h, text, sizeof text), CMATRIX_OK);
+        QCOMPARE(QJsonDocument::fromJson(text).object().value("ERRCODE").toString(), QString("DEVNOACTIVE"));
+        const DeviceNetworkCfg_t cfg = networkOf("192.168.1.42");
+        QCOMPARE(
+            Discovery_SetupNetworkBC(&cfg, "VD00000109", "admin", "admin123", scaled(2000)), CMATRIX_ERR_NOT_ACTIVATED);
+
+        const DeviceInfo_t elsewhere = addressed("", "127.0.0.99", "admin", "Strong2024");
+        QCOMPARE(Discovery_ActivateDevice(&elsewhere, 300), CMATRIX_ERR_DEVICE_NOT_FOUND);
+        // Named by its address only, as an operator picks it from a search.
+        const DeviceInfo_t device = addressed("", "127.0.0.109", "", "Strong2024");
+        QCOMPARE(Discovery_ActivateDevice(&device, scaled(2000)), CMATRIX_OK);
+        QVERIFY(d->snapshot().activated);
+        QCOMPARE(Discovery_ActivateDevice(&device, scaled(2000)), CMATRIX_ERR_ALREADY_ACTIVE);
+
+        QCOMPARE(connectTo(h, d, "admin123"), CMATRIX_ERR_PASSWORD);
+        QCOMPARE(connectTo(h, d, "Strong2024"), CMATRIX_OK);
+        CMatrix_Destroy(h);
+        SearchCollector after;
+        QVERIFY(search(after));
+        QCOMPARE(int(after.answersFrom("VD00000109").at(0).flag), 1);
+        QVERIFY(d->restart());
+        QVERIFY(d->snapshot().activated); // kept
+    }
+
+    void screenIdentification_data()
+    {
+        QTest::addColumn<QByteArray>("ip");
+        QTest::addColumn<QByteArray>("password");
+        QTest::addColumn<int>("seconds");
+        QTest::addColumn<int>("result");
+        QTest::addColumn<bool>("shown");
+        QTest::newRow("shown for a minute")
+            << QByteArray("127.0.0.110") << QByteArray("admin123") << 60 << CMATRIX_OK << true;
+        QTest::newRow("hidden") << QByteArray("127.0.0.110") << QByteArray("admin123") << 0 << CMATRIX_OK << false;
+        QTest::newRow("wrong password") << QByteArray("127.0.0.110") << QByteArray("nope") << 60 << CMATRIX_ERR_AUTH
+                                        << false;
+        QTest::newRow("over an hour") << QByteArray("127.0.0.110") << QByteArray("admin123") << 3601
+                                      << CMATRIX_ERR_INVALID_PARAM << false;
+        QTest::newRow("negative time") << QByteArray("127.0.0.110") << QByteArray("admin123") << -1
+                                       << CMATRIX_ERR_INVALID_PARAM << false;
+        QTest::newRow("another address") << QByteArray("127.0.0.98") << QByteArray("admin123") << 60
+                                         << CMATRIX_ERR_DEVICE_NOT_FOUND << false;
+    }
+
+    void screenIdentification()
+    {
+        QFETCH(QByteArray, ip);
+        QFETCH(QByteArray, password);
+        QFETCH(int, seconds);
+        QFETCH(int, result);
+        QFETCH(bool, shown);
+        vdec::VirtualDecoder* d = start(110);
+        QVERIFY(d);
+        QCOMPARE(Discovery_SetTargets(targetOf(d)), CMATRIX_OK);
+        if (!shown) { // start from shown, to see a refusal change nothing and a hide take effect
+            const DeviceInfo_t on = addressed("", "127.0.0.110", "admin", "admin123");
+            QCOMPARE(Discovery_DisplayScreen(&on, 2, 60), CMATRIX_OK);
+            QVERIFY(d->snapshot().identifyOn);
+        }
+        const DeviceInfo_t device = addressed("", ip, "admin", password);
+        QCOMPARE(Discovery_DisplayScreen(&device, 3, seconds), result);
+        const vdec::DecoderSnapshot s = d->snapshot();
+        QCOMPARE(s.identifyOn, shown || result != CMATRIX_OK);
+        if (shown) {
+            const qint64 left = QDateTime::currentDateTimeUtc().secsTo(s.identifyUntil);
+            QVERIFY2(left > 50 && left <= 60, qPrintable(QString::number(left)));
+            QCOMPARE(s.identifyLocation, 3);
+        }
+    }
+
+    void badDatagramsAreDropped_data()
+    {
+        QTest::addColumn<QByteArray>("datagram");
+        const auto bytes
+            = [](const RawUdp::Bytes& b) { return QByteArray(reinterpret_cast<const char*>(b.data()), int(b.size())); };
+        const RawUdp::Bytes probe = RawUdp::message(uint16_t(MessageType::DiscoveryProbe), 7, 0, {});
+        const RawUdp::Bytes idBody = RawUdp::body(DeviceIdRequest { "VD00000111" });
+        RawUdp::Bytes truncated = RawUdp::message(uint16_t(MessageType::GetNetwork), 7, 0, idBody);
+        truncated.resize(truncated.size() - 3);
+        RawUdp::Bytes padded = RawUdp::message(uint16_t(MessageType::GetNetwork), 7, 0, idBody);
+        padded.push_back(0);
+        RawUdp::Bytes badMagic = probe;
+        badMagic[0] ^= 0xff;
+        RawUdp::Bytes badVersion = probe;
+        badVersion[5] = 2;
+        RawUdp::Bytes garbage(700);
+        for (size_t i = 0; i < garbage.size(); ++i)
+            garbage[i] = uint8_t(i * 131 + 7);
+        RawUdp::Bytes oversized = RawUdp::message(uint16_t(MessageType::DiscoveryProbe), 7, 0, RawUdp::Bytes(9000, 0));
+
+        QTest::newRow("empty") << QByteArray();
+        QTest::newRow("half a header") << bytes(probe).left(10);
+        QTest::newRow("payload cut short") << bytes(truncated);
+        QTest::newRow("payload longer than announced") << bytes(padded);
+        QTest::newRow("bad magic") << bytes(badMagic);
+        QTest::newRow("bad version") << bytes(badVersion);
+        QTest::newRow("garbage") << bytes(garbage);
+        QTest::newRow("oversized") << bytes(oversized);
+        QTest::newRow("an answer, not a request")
+            << bytes(RawUdp::message(responseOf(MessageType::DiscoveryProbe), 7, 0, {}));
+        QTest::newRow("a session request") << bytes(
+            RawUdp::message(uint16_t(MessageType::Login), 7, 0, RawUdp::body(LoginRequest { "admin", "admin123" })));
+        QTest::newRow("malformed body") << bytes(
+            RawUdp::message(uint16_t(MessageType::GetNetwork), 7, 0, RawUdp::Bytes { 0, 0, 0, 200, 'V' }));
+        QTest::newRow("probe with a body")
+            << bytes(RawUdp::message(uint16_t(MessageType::DiscoveryProbe), 7, 0, { 1 }));
+    }
+
+    void badDatagramsAreDropped()
+    {
+        QFETCH(QByteArray, datagram);
+        vdec::VirtualDecoder* d = start(111);
+        QVERIFY(d);
+        RawUdp socket;
+        QVERIFY(socket.isValid());
+        const RawUdp::Peer decoder { d->address(), d->udpPort() };
+        QVERIFY(socket.sendTo(decoder, RawUdp::Bytes(datagram.begin(), datagram.end())));
+        QVERIFY(socket.sendTo(decoder, RawUdp::message(uint16_t(MessageType::DiscoveryProbe), 42, 0, {})));
+
+        // The first thing back answers the good probe: the bad datagram got nothing.
+        Message answer;
+        RawUdp::Peer from;
+        QVERIFY(socket.receiveMessage(answer, from, scaled(2000)));
+        QCOMPARE(answer.header.type, responseOf(MessageType::DiscoveryProbe));
+        QCOMPARE(answer.header.requestId, 42u);
+        DiscoveryAnswer body;
+        QVERIFY(answer.decode(body));
+        QCOMPARE(QByteArray(body.device.devId), QByteArray("VD00000111"));
+        QCOMPARE(from.port, d->udpPort());
+        RawUdp::Bytes more;
+        QVERIFY(!socket.receive(more, from, 100));
+        QVERIFY(d->isRunning());
+    }
+
+    void sdkDropsBadAnswers()
+    {
+        // A fake decoder answers the SDK's probe with every kind of bad datagram, then
+        // one good answer; another socket, not a target, answers too.
+        RawUdp fake(QStringLiteral("127.0.0.112"));
+        RawUdp stranger(QStringLiteral("127.0.0.113"));
+        QVERIFY(fake.isValid() && stranger.isValid());
+        QCOMPARE(Discovery_SetTargets(QByteArray("127.0.0.112:") + QByteArray::number(fake.port())), CMATRIX_OK);
+        SearchCollector collector;
+        QCOMPARE(collector.start(100, 1), CMATRIX_OK);
+        Message probe;
+        RawUdp::Peer sdk;
+        QVERIFY(fake.receiveMessage(probe, sdk, scaled(2000)));
+        QCOMPARE(probe.header.type, uint16_t(MessageType::DiscoveryProbe));
+
+        const uint16_t type = responseOf(MessageType::DiscoveryProbe);
+        const uint32_t id = probe.header.requestId;
+        auto answer = [](const char* devId) {
+            DeviceInfo_t d {};
+            d.devType = 9;
+            setText(d.devId, devId);
+            setText(d.ip, "127.0.0.112");
+            return RawUdp::body(DiscoveryAnswer { d });
+        };
+        RawUdp::Bytes cut = RawUdp::message(type, id, 0, answer("cut"));
+        cut.resize(cut.size() - 1);
+        RawUdp::Bytes unterminated = answer("x");
+        std::memset(unterminated.data() + 4, 'x', 32); // devId fills its field
+        const RawUdp::Bytes bad[] = {
+            cut,
+            RawUdp::message(type, id + 1, 0, answer("other request")),
+            RawUdp::message(uint16_t(MessageType::DiscoveryProbe), id, 0, answer("not an answer")),
+            RawUdp::message(responseOf(MessageType::GetNetwork), id, 0, answer("wrong type")),
+            RawUdp::message(type, id, CMATRIX_ERR_FAILED, answer("refusal")),
+            RawUdp::message(type, id, 0, RawUdp::Bytes(12, 1)),
+            RawUdp::message(type, id, 0, unterminated),
+            RawUdp::message(type, id, 0, RawUdp::Bytes(20000, 0)),
+            RawUdp::Bytes(64, 0xab),
+        };
+        for (const RawUdp::Bytes& b : bad)
+            QVERIFY(fake.sendTo(sdk, b));
+        QVERIFY(stranger.sendTo(sdk, RawUdp::message(type, id, 0, answer("stranger"))));
+        QVERIFY(fake.sendTo(sdk, RawUdp::message(type, id, 0, answer("good"))));
+
+        QTRY_COMPARE_WITH_TIMEOUT(collector.finished(), 1, scaled(5000));
+        const std::vector<DeviceInfo_t> answers = collector.answers();
+        QCOMPARE(int(answers.size()), 1);
+        QCOMPARE(QByteArray(answers.front().devId), QByteArray("good"));
+    }
+};
+
+KVMS_TEST_MAIN(TestDiscovery)
+#include "TestDiscovery.moc"

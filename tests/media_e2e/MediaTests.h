@@ -1,0 +1,64 @@
+#pragma once
+
+#include "DecoderFixture.h"
+#include "FrameSamples.h"
+
+#include "CMatrixSDK.h"
+
+#include <QImage>
+#include <QObject>
+
+#include <vector>
+
+// Media frames end to end through the real SDK into in-process virtual decoders
+// (127.0.0.80 to .99), and the decoders' monitor over HTTP.
+class MediaTests : public QObject {
+    Q_OBJECT
+
+public:
+    static MatrixWindow_t window(uint32_t id, int x, int y, int w, int h);
+    static DeviceInfo_t source(int sub, const char* devId, int protocol, int channel, const char* url = "");
+    static int display(CMHANDLE handle, int windowId, int sub, const FrameSamples::Bytes& frame);
+    // The colour at a point given as a fraction of the image's width and height.
+    static QColor at(const QImage& image, double fx, double fy);
+    static bool near(const QColor& a, const QColor& b, int tolerance = 24);
+
+private:
+    vdec::VirtualDecoder* startDecoder(int n, const kvmstest::DecoderFixture::Tweak& tweak = {});
+    // Grid, windows and their divisions, set through the SDK.
+    static bool layOut(CMHANDLE handle, int cols, int rows, const std::vector<MatrixWindow_t>& windows,
+        const std::vector<int>& divisions);
+
+    kvmstest::DecoderFixture fixture_;
+
+private slots:
+    void cleanup();
+
+    // TestPictures.cpp
+    void layoutCoversWindow_data();
+    void layoutCoversWindow();
+    void pictureShowsInSubWindow_data();
+    void pictureShowsInSubWindow();
+    void newSourceClearsPicture();
+
+    // TestDistributions.cpp
+    void distributionFeedsBoundSubWindows();
+    void distributionEndsWithItsConnection();
+    void distributionSurvivesRestart();
+    void mediaConnectionLossIsNotReported();
+    void largeFrameDoesNotHoldUpControl();
+
+    // TestBadFrames.cpp
+    void badFrames_data();
+    void badFrames();
+    void rawFrameRequests_data();
+    void rawFrameRequests();
+
+    // TestMonitor.cpp
+    void wallPictureSize_data();
+    void wallPictureSize();
+    void monitorRoutes_data();
+    void monitorRoutes();
+    void stateJsonReflectsWall();
+    void wallShowsBannerAndScreenNumbers();
+};

@@ -1,0 +1,157 @@
+// What a decoder does with frames it cannot use: a clear result code, counters that
+// say what happened, no picture, and a decoder that carries on.
+
+#include "MediaTests.h"
+#include "SdkHandle.h"
+
+#include "core/VirtualDecoder.h"
+
+#include "Messages.h"
+
+#include <QtTest>
+
+using namespace cmatrix::wire;
+using Bytes = FrameSamples::Bytes;
+
+Q_DECLARE_METATYPE(FrameSamples::Bytes)
+
+namespace {
+
+Bytes corrupted(Bytes frame, size_t offset, uint8_t value)
+{
+    frame.at(offset) = value;
+    return frame;
+}
+
+Bytes lengthened(Bytes frame, uint32_t extra)
+{
+    // Payload size, big-endian at offset 4: now more than the buffer holds.
+    uint32_t size = (uint32_t(frame[4]) << 24) | (uint32_t(frame[5]) << 16) | (uint32_t(frame[6]) << 8) | frame[7];
+    size += extra;
+    for (int i = 0; i < 4; ++i)
+        frame[size_t(4 + i)] = uint8_t(size >> (24 - 8 * i));
+    return frame;
+}
+
+} // namespace
+
+void MediaTests::badFrames_data()
+{
+    QTest::addColumn<Bytes>("frame");
+    QTest::addColumn<int>("windowId");
+    QTest::addColumn<int>("sub");
+    QTest::addColumn<int>("result");
+    QTest::addColumn<int>("frames"); // counted for window 1, sub-window 1
+    QTest::addColumn<int>("failed");
+    QTest::addColumn<int>("codec"); // last codec seen, -1: none
+
+    const Bytes good = FrameSamples::picture(Qt::yellow);
+    const QByteArray jpeg = FrameSamples::solidJpeg(Qt::yellow);
+    QTest::newRow("good picture") << good << 1 << 1 << CMATRIX_OK << 1 << 0 << 4;
+    QTest::newRow("wrong magic") << corrupted(good, 0, 'K') << 1 << 1 << CMATRIX_ERR_FRAME << 1 << 1 << -1;
+    QTest::newRow("shorter than a header")
+        << Bytes(good.begin(), good.begin() + 10) << 1 << 1 << CMATRIX_ERR_FRAME << 1 << 1 << -1;
+    QTest::newRow("size beyond the buffer") << lengthened(good, 1000) << 1 << 1 << CMATRIX_ERR_FRAME << 1 << 1 << -1;
+    // The envelope's own check leaves out its extension blocks: the decoder must not.
+    QTest::newRow("payload cut short") << Bytes(good.begin(), good.end() - 1) << 1 << 1 << CMATRIX_ERR_FRAME << 1 << 1
+                                       << -1;
+    // Video block at 17: tag, length, codec, rate (2), width (2), height (2).
+    QTest::newRow("zero width") << corrupted(corrupted(good, 22, 0), 23, 0) << 1 << 1 << CMATRIX_ERR_FRAME << 1 << 1
+                                << -1;
+    QTest::newRow("video codec, not decoded")
+        << FrameSamples::envelope(QByteArray("\x00\x00\x00\x01\x67", 5), 1) << 1 << 1 << CMATRIX_OK << 1 << 0 << 1;
+    QTest::newRow("unknown codec") << FrameSamples::envelope(jpeg, 99) << 1 << 1 << CMATRIX_OK << 1 << 0 << 99;
+    QTest::newRow("no stream description") << FrameSamples::bareEnvelope(jpeg) << 1 << 1 << CMATRIX_OK << 1 << 0 << -1;
+    QTest::newRow("not a picture") << FrameSamples::envelope("definitely not a JPEG") << 1 << 1 << CMATRIX_ERR_DECODE
+                                   << 1 << 1 << -1;
+    QTest::newRow("picture claiming 30000x30000")
+        << FrameSamples::envelope(FrameSamples::withClaimedSize(jpeg, { 30000, 30000 })) << 1 << 1 << CMATRIX_ERR_DECODE
+        << 1 << 1 << -1;
+    QTest::newRow("no such window") << good << 99 << 1 << CMATRIX_ERR_WINDOW_NOT_FOUND << 0 << 0 << -1;
+    QTest::newRow("window id 0") << good << 0 << 1 << CMATRIX_ERR_WINDOW_NOT_FOUND << 0 << 0 << -1;
+    QTest::newRow("sub-window past the division") << good << 1 << 5 << CMATRIX_ERR_SUBWINDOW << 0 << 0 << -1;
+    QTest::newRow("sub-window 0") << good << 1 << 0 << CMATRIX_ERR_SUBWINDOW << 0 << 0 << -1;
+    QTest::newRow("empty frame") << Bytes() << 1 << 1 << CMATRIX_ERR_INVALID_PARAM << 0 << 0 << -1;
+}
+
+void MediaTests::badFrames()
+{
+    QFETCH(Bytes, frame);
+    QFETCH(int, windowId);
+    QFETCH(int, sub);
+    QFETCH(int, result);
+    QFETCH(int, frames);
+    QFETCH(int, failed);
+    QFETCH(int, codec);
+
+    vdec::VirtualDecoder* d = startDecoder(87);
+    QVERIFY(d);
+    SdkHandle h;
+    QCOMPARE(h.connect(d), CMATRIX_OK);
+    QVERIFY(layOut(h, 1, 1, { window(1, 0, 0, 32768, 32768) }, { 4 }));
+
+    QCOMPARE(display(h, windowId, sub, frame), result);
+
+    const vdec::DecoderSnapshot snapshot = d->snapshot();
+    const vdec::SubWindowMedia* media = snapshot.mediaOf(1, 1);
+    QCOMPARE(media ? int(media->frames) : 0, frames);
+    QCOMPARE(media ? int(media->failed) : 0, failed);
+    QCOMPARE(media ? media->lastCodec : -1, codec);
+    QCOMPARE(media ? int(media->bytes) : 0, frames ? int(frame.size()) : 0);
+    QCOMPARE(media && !media->picture.isNull(), result == CMATRIX_OK && codec == 4);
+
+    // The decoder carries on: control calls and the next picture go through.
+    int cols = 0, rows = 0;
+    QCOMPARE(CMatrix_GetMatrix(h, &cols, &rows, nullptr, 0), CMATRIX_OK);
+    QCOMPARE(display(h, 1, 1, FrameSamples::picture(Qt::cyan)), CMATRIX_OK);
+    QVERIFY(!d->snapshot().mediaOf(1, 1)->picture.isNull());
+}
+
+void MediaTests::rawFrameRequests_data()
+{
+    QTest::addColumn<bool>("login");
+    QTest::addColumn<int>("type");
+    QTest::addColumn<Bytes>("payload");
+    QTest::addColumn<int>("result");
+
+    const Bytes frame = FrameSamples::picture(Qt::magenta);
+    const Bytes display = kvmstest::TestClient::encodeBody(DisplayFrameRequest { 1, 1, frame });
+    const Bytes media = kvmstest::TestClient::encodeBody(MediaFrameRequest { 1, frame });
+    const int displayType = int(MessageType::DisplayFrame), mediaType = int(MessageType::MediaFrame);
+    QTest::newRow("display frame") << true << displayType << display << CMATRIX_OK;
+    QTest::newRow("display frame before login") << false << displayType << display << CMATRIX_ERR_NOT_LOGGED_IN;
+    QTest::newRow("media frame before login") << false << mediaType << media << CMATRIX_ERR_NOT_LOGGED_IN;
+    QTest::newRow("unknown distribution")
+        << true << mediaType << kvmstest::TestClient::encodeBody(MediaFrameRequest { 7, frame })
+        << CMATRIX_ERR_MEDIA_NOT_FOUND;
+    QTest::newRow("display payload one byte short")
+        << true << displayType << Bytes(display.begin(), display.end() - 1) << CMATRIX_ERR_PROTOCOL;
+    QTest::newRow("media payload one byte long") << true << mediaType << [&] {
+        Bytes longer = media;
+        longer.push_back(0);
+        return longer;
+    }() << CMATRIX_ERR_PROTOCOL;
+    QTest::newRow("stop unknown distribution")
+        << true << int(MessageType::StopMediaDistribute) << kvmstest::TestClient::encodeBody(IdRequest { 7 })
+        << CMATRIX_ERR_MEDIA_NOT_FOUND;
+}
+
+// The same requests as the SDK would send, and some it never would.
+void MediaTests::rawFrameRequests()
+{
+    QFETCH(bool, login);
+    QFETCH(int, type);
+    QFETCH(Bytes, payload);
+    QFETCH(int, result);
+
+    vdec::VirtualDecoder* d = startDecoder(88);
+    QVERIFY(d);
+    kvmstest::TestClient* admin = fixture_.connectTo(d);
+    QVERIFY(admin);
+    QCOMPARE(
+        admin->call(MessageType::WindowAdd, WindowAddRequest { { window(1, 0, 0, 32768, 32768) }, false }), CMATRIX_OK);
+    kvmstest::TestClient* c = fixture_.connectTo(d, login);
+    QVERIFY(c);
+    QCOMPARE(c->callRaw(uint16_t(type), payload), result);
+    QCOMPARE(admin->call(MessageType::GetMatrix, Empty {}), CMATRIX_OK);
+}

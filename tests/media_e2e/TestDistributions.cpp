@@ -1,0 +1,229 @@
+// Media distributions: frames sent with CMatrix_SendMediaFrame reach the sub-windows
+// bound to the distribution, and the connections behind them come and go with the
+// handle.
+
+#include "MediaTests.h"
+#include "MonitorClient.h"
+#include "SdkHandle.h"
+#include "TestTimeout.h"
+
+#include "core/VirtualDecoder.h"
+
+#include "Messages.h"
+
+#include <QElapsedTimer>
+#include <QtTest>
+
+#include <algorithm>
+#include <atomic>
+#include <thread>
+
+using namespace cmatrix::wire;
+using kvmstest::scaled;
+
+namespace {
+
+int send(CMMDHANDLE md, const FrameSamples::Bytes& frame)
+{
+    return CMatrix_SendMediaFrame(md, frame.data(), int(frame.size()));
+}
+
+} // namespace
+
+void MediaTests::distributionFeedsBoundSubWindows()
+{
+    vdec::VirtualDecoder* d = startDecoder(82);
+    QVERIFY(d);
+    SdkHandle h;
+    QCOMPARE(h.connect(d), CMATRIX_OK);
+    // Left half: four sub-windows; right half: one.
+    QVERIFY(layOut(h, 2, 2, { window(1, 0, 0, 16384, 32768), window(2, 16384, 0, 16384, 32768) }, { 4, 1 }));
+
+    char url[512] = {};
+    const CMMDHANDLE md = CMatrix_StartMediaDistribute(h, "cap_desk", 7, url, sizeof url);
+    QVERIFY(md);
+    QCOMPARE(QString(url), QString("rtsp://127.0.0.82:554/md/1"));
+
+    // Bound by its URL (as the module binds it), by source name and channel, and a
+    // camera on the same channel that has nothing to do with it.
+    const DeviceInfo_t left[] = { source(2, "cap_desk", 7, 7, url), source(3, "cam-1", 1, 7) };
+    const DeviceInfo_t right = source(1, "cap_desk", 6, 7);
+    QCOMPARE(CMatrix_WindowDeviceAdd(h, 1, left, 2, true), CMATRIX_OK);
+    QCOMPARE(CMatrix_WindowDeviceAdd(h, 2, &right, 1, true), CMATRIX_OK);
+
+    const QColor orange(250, 130, 20);
+    QCOMPARE(send(md, FrameSamples::picture(orange)), CMATRIX_OK);
+    const QImage wall = MonitorClient(d->address(), d->httpPort()).wall(960);
+    QVERIFY(near(at(wall, 0.375, 0.25), orange)); // window 1, sub-window 2
+    QVERIFY(!near(at(wall, 0.125, 0.75), orange)); // window 1, sub-window 3: the camera
+    QVERIFY(near(at(wall, 0.75, 0.4), orange)); // window 2
+    vdec::DecoderSnapshot s = d->snapshot();
+    QCOMPARE(s.distributions.size(), size_t(1));
+    QCOMPARE(s.distributions[0].frames, 1u);
+    QVERIFY(!s.mediaOf(1, 3));
+
+    // Started again for the same source and channel: the same stream, a new handle.
+    char again[512] = {};
+    const CMMDHANDLE md2 = CMatrix_StartMediaDistribute(h, "cap_desk", 7, again, sizeof again);
+    QVERIFY(md2 && md2 != md);
+    QCOMPARE(QString(again), QString(url));
+
+    QCOMPARE(CMatrix_StopMediaDistribute(md), CMATRIX_OK);
+    QVERIFY(d->snapshot().distributions.empty());
+    QCOMPARE(send(md, FrameSamples::picture(orange)), CMATRIX_ERR_INVALID_HANDLE);
+    QCOMPARE(CMatrix_StopMediaDistribute(md), CMATRIX_ERR_INVALID_HANDLE);
+    QCOMPARE(send(md2, FrameSamples::picture(orange)), CMATRIX_ERR_MEDIA_NOT_FOUND);
+    QCOMPARE(CMatrix_StopMediaDistribute(md2), CMATRIX_ERR_MEDIA_NOT_FOUND);
+
+    // Neither kind of handle passes for the other.
+    QCOMPARE(send(static_cast<CMMDHANDLE>(h.get()), FrameSamples::picture(orange)), CMATRIX_ERR_INVALID_HANDLE);
+    QVERIFY(!CMatrix_StartMediaDistribute(md2, "cap_desk", 8, again, sizeof again));
+    // The decoder's checks on what is started.
+    QVERIFY(!CMatrix_StartMediaDistribute(h, "", 8, again, sizeof again));
+    QVERIFY(!CMatrix_StartMediaDistribute(h, "cap_desk", 0, again, sizeof again));
+    QVERIFY(!CMatrix_StartMediaDistribute(h, "a-name-longer-than-thirty-one-bytes", 8, again, sizeof again));
+    QVERIFY(!CMatrix_StartMediaDistribute(h, "cap_desk", 8, nullptr, 512));
+    QVERIFY(d->snapshot().distributions.empty());
+}
+
+// A distribution lives on the connection it was started on: Disconnect closes its
+// connection, and so does Destroy, and a new connect does not revive it.
+void MediaTests::distributionEndsWithItsConnection()
+{
+    vdec::VirtualDecoder* d = startDecoder(83);
+    QVERIFY(d);
+    SdkHandle h;
+    QCOMPARE(h.connect(d), CMATRIX_OK);
+    QVERIFY(layOut(h, 1, 1, { window(1, 0, 0, 32768, 32768) }, { 1 }));
+    char url[512] = {};
+    const CMMDHANDLE md = CMatrix_StartMediaDistribute(h, "cap_desk", 1, url, sizeof url);
+    QVERIFY(md);
+    QCOMPARE(display(h, 1, 1, FrameSamples::picture(Qt::red)), CMATRIX_OK);
+    QTRY_COMPARE(d->connectionCount(), 3); // control, distribution, display
+
+    QCOMPARE(CMatrix_Disconnect(h), CMATRIX_OK);
+    QTRY_COMPARE_WITH_TIMEOUT(d->connectionCount(), 0, scaled(3000));
+    QCOMPARE(send(md, FrameSamples::picture(Qt::red)), CMATRIX_ERR_DISCONNECTED);
+    QCOMPARE(display(h, 1, 1, FrameSamples::picture(Qt::red)), CMATRIX_ERR_FAILED);
+
+    QCOMPARE(h.connect(d), CMATRIX_OK);
+    QCOMPARE(send(md, FrameSamples::picture(Qt::red)), CMATRIX_ERR_DISCONNECTED);
+    QCOMPARE(display(h, 1, 1, FrameSamples::picture(Qt::red)), CMATRIX_OK); // reopened on the new one
+    QCOMPARE(CMatrix_StopMediaDistribute(md), CMATRIX_ERR_DISCONNECTED);
+    QCOMPARE(d->snapshot().distributions.size(), size_t(1)); // the decoder was not told
+
+    const CMMDHANDLE md2 = CMatrix_StartMediaDistribute(h, "cap_other", 2, url, sizeof url);
+    QVERIFY(md2);
+    QTRY_COMPARE(d->connectionCount(), 3);
+    h.destroy();
+    QTRY_COMPARE_WITH_TIMEOUT(d->connectionCount(), 0, scaled(3000));
+    QCOMPARE(send(md2, FrameSamples::picture(Qt::red)), CMATRIX_ERR_INVALID_HANDLE);
+    QCOMPARE(h.losses(), 0);
+}
+
+// Distributions are kept across a power cycle, and their ids are never handed out again.
+void MediaTests::distributionSurvivesRestart()
+{
+    vdec::VirtualDecoder* d = startDecoder(84);
+    QVERIFY(d);
+    kvmstest::TestClient* c = fixture_.connectTo(d);
+    QVERIFY(c);
+    StartMediaAnswer first, second;
+    QCOMPARE(c->call(MessageType::StartMediaDistribute, StartMediaRequest { "cap_a", 1 }, &first), CMATRIX_OK);
+    QCOMPARE(c->call(MessageType::StartMediaDistribute, StartMediaRequest { "cap_b", 2 }, &second), CMATRIX_OK);
+    QCOMPARE(c->call(MessageType::StopMediaDistribute, IdRequest { second.mediaId }), CMATRIX_OK);
+    const quint16 http = d->httpPort();
+
+    QVERIFY(d->restart());
+    QCOMPARE(d->httpPort(), http);
+    const vdec::DecoderSnapshot s = d->snapshot();
+    QCOMPARE(s.distributions.size(), size_t(1));
+    QCOMPARE(s.distributions[0].id, first.mediaId);
+    QCOMPARE(s.distributions[0].url.toStdString(), first.url);
+
+    c = fixture_.connectTo(d);
+    QVERIFY(c);
+    const FrameSamples::Bytes frame = FrameSamples::picture(Qt::blue);
+    QCOMPARE(c->call(MessageType::MediaFrame, MediaFrameRequest { first.mediaId, frame }), CMATRIX_OK);
+    StartMediaAnswer third;
+    QCOMPARE(c->call(MessageType::StartMediaDistribute, StartMediaRequest { "cap_c", 3 }, &third), CMATRIX_OK);
+    QVERIFY(third.mediaId > second.mediaId);
+}
+
+// Only the control connection speaks for a handle: a media connection that drops is
+// opened again on the next frame without a word to the status callback, and when
+// everything drops at once the loss is reported once.
+void MediaTests::mediaConnectionLossIsNotReported()
+{
+    vdec::VirtualDecoder* d = startDecoder(85);
+    QVERIFY(d);
+    SdkHandle h;
+    QCOMPARE(h.connect(d), CMATRIX_OK);
+    QVERIFY(layOut(h, 1, 1, { window(1, 0, 0, 32768, 32768) }, { 1 }));
+    const FrameSamples::Bytes frame = FrameSamples::picture(Qt::green);
+    QCOMPARE(display(h, 1, 1, frame), CMATRIX_OK);
+
+    d->faults().dropConnectionAfter(0); // the next request's connection: the display one
+    QCOMPARE(display(h, 1, 1, frame), CMATRIX_ERR_DISCONNECTED);
+    int cols = 0, rows = 0;
+    QCOMPARE(CMatrix_GetMatrix(h, &cols, &rows, nullptr, 0), CMATRIX_OK);
+    QCOMPARE(display(h, 1, 1, frame), CMATRIX_OK);
+    QCOMPARE(h.losses(), 0);
+
+    d->killConnections();
+    QTRY_COMPARE_WITH_TIMEOUT(h.losses(), 1, scaled(3000));
+    QCOMPARE(display(h, 1, 1, frame), CMATRIX_ERR_DISCONNECTED); // not behind the caller's back
+    QCOMPARE(h.connect(d), CMATRIX_OK);
+    QCOMPARE(display(h, 1, 1, frame), CMATRIX_OK);
+    QCOMPARE(h.losses(), 1);
+}
+
+// A frame that takes the decoder long to take in must not hold up a control call on
+// another thread. Loose on purpose: a call that waited behind the frame would take
+// about half a frame's time on average; one that did not takes a round trip.
+void MediaTests::largeFrameDoesNotHoldUpControl()
+{
+    vdec::VirtualDecoder* d = startDecoder(86, [](vdec::DecoderConfig& c) { c.decodeAtShownSize = false; });
+    QVERIFY(d);
+    SdkHandle h;
+    QCOMPARE(h.connect(d), CMATRIX_OK);
+    QVERIFY(layOut(h, 2, 2, { window(1, 0, 0, 32768, 32768) }, { 1 }));
+    const FrameSamples::Bytes frame
+        = FrameSamples::envelope(FrameSamples::noiseJpeg({ 3000, 3000 }), 4, { 3000, 3000 });
+    QVERIFY(frame.size() > 2'000'000);
+
+    QElapsedTimer timer;
+    timer.start();
+    QCOMPARE(display(h, 1, 1, frame), CMATRIX_OK);
+    const qint64 frameMs = timer.elapsed();
+
+    std::atomic<bool> stop { false };
+    std::atomic<int> frames { 0 }, failures { 0 };
+    std::thread sender([&] {
+        while (!stop) {
+            if (display(h, 1, 1, frame) == CMATRIX_OK)
+                ++frames;
+            else
+                ++failures;
+        }
+    });
+    std::vector<qint64> latencies;
+    QElapsedTimer overall;
+    overall.start();
+    while ((frames < 3 || latencies.size() < 20) && overall.elapsed() < scaled(20000)) {
+        int cols = 0, rows = 0;
+        timer.restart();
+        const int rc = CMatrix_GetMatrix(h, &cols, &rows, nullptr, 0);
+        latencies.push_back(rc == CMATRIX_OK ? timer.elapsed() : 1'000'000);
+    }
+    stop = true;
+    sender.join();
+    std::sort(latencies.begin(), latencies.end());
+    const qint64 median = latencies[latencies.size() / 2];
+    qInfo("frame %lld ms; control calls: median %lld ms, max %lld ms over %zu calls during %d frames", frameMs, median,
+        latencies.back(), latencies.size(), int(frames));
+    QCOMPARE(int(failures), 0);
+    QVERIFY(frames >= 3);
+    QVERIFY2(median * 4 < std::max<qint64>(frameMs, 20), "control calls waited behind frames");
+    QVERIFY(latencies.back() < scaled(2000));
+}

@@ -1,0 +1,152 @@
+// Pictures pushed with CMatrix_DisplayFrame, seen where the wall shows them.
+
+#include "MediaTests.h"
+#include "MonitorClient.h"
+#include "SdkHandle.h"
+
+#include "core/VirtualDecoder.h"
+#include "state/SubWindowLayout.h"
+
+#include <QtTest>
+
+void MediaTests::layoutCoversWindow_data()
+{
+    QTest::addColumn<int>("division");
+    for (int division : { 1, 4, 6, 8, 9, 16, 25 })
+        QTest::addRow("%d", division) << division;
+}
+
+// Every division tiles its window exactly: no gaps, no overlaps, nothing outside,
+// whatever the window's odd size.
+void MediaTests::layoutCoversWindow()
+{
+    QFETCH(int, division);
+    const QRect area(7, 3, 101, 57);
+    QImage coverage(area.size() + QSize(14, 6), QImage::Format_Grayscale8);
+    coverage.fill(0);
+    for (int sub = 1; sub <= division; ++sub) {
+        const QRect r = vdec::SubWindowLayout::rect(area, division, sub);
+        QVERIFY2(!r.isEmpty() && area.contains(r), qPrintable(QString("sub-window %1").arg(sub)));
+        for (int y = r.top(); y <= r.bottom(); ++y) {
+            for (int x = r.left(); x <= r.right(); ++x) {
+                uchar& c = coverage.scanLine(y)[x];
+                QVERIFY2(c == 0, qPrintable(QString("sub-window %1 overlaps at %2,%3").arg(sub).arg(x).arg(y)));
+                c = 1;
+            }
+        }
+    }
+    int covered = 0;
+    for (int y = 0; y < coverage.height(); ++y)
+        for (int x = 0; x < coverage.width(); ++x)
+            covered += coverage.scanLine(y)[x];
+    QCOMPARE(covered, area.width() * area.height());
+    QVERIFY(vdec::SubWindowLayout::rect(area, division, 0).isEmpty());
+    QVERIFY(vdec::SubWindowLayout::rect(area, division, division + 1).isEmpty());
+}
+
+void MediaTests::pictureShowsInSubWindow_data()
+{
+    QTest::addColumn<QRect>("rect"); // window, wall units
+    QTest::addColumn<int>("division");
+    QTest::addColumn<int>("sub");
+    QTest::addColumn<int>("fullScreen"); // sub-window shown over the whole window, 0: none
+    QTest::addColumn<QPointF>("inside"); // fractions of the wall
+    QTest::addColumn<QPointF>("outside"); // a point of another sub-window
+    QTest::addColumn<QSize>("kept"); // picture size the decoder keeps for a 1280x720 JPEG
+    QTest::addColumn<QColor>("colour");
+
+    const QRect wall(0, 0, 32768, 32768);
+    const QRect topRight(16384, 0, 16384, 16384);
+    // On a 2x2 wall of 1920x1080 screens: 3840x2160 pixels. Points keep off the
+    // screens' frames, which are drawn across windows.
+    QTest::newRow("one") << wall << 1 << 1 << 0 << QPointF(0.4, 0.4) << QPointF(-1, -1) << QSize(1280, 720)
+                         << QColor(220, 30, 30);
+    QTest::newRow("four, third") << wall << 4 << 3 << 0 << QPointF(0.25, 0.75) << QPointF(0.75, 0.75)
+                                 << QSize(1280, 720) << QColor(30, 200, 40);
+    QTest::newRow("six, large") << wall << 6 << 1 << 0 << QPointF(0.33, 0.33) << QPointF(0.83, 0.17) << QSize(1280, 720)
+                                << QColor(40, 60, 230);
+    QTest::newRow("six, last") << wall << 6 << 6 << 0 << QPointF(0.83, 0.83) << QPointF(0.5, 0.83) << QSize(1280, 720)
+                               << QColor(230, 200, 30);
+    QTest::newRow("eight, large") << wall << 8 << 1 << 0 << QPointF(0.375, 0.375) << QPointF(0.875, 0.125)
+                                  << QSize(1280, 720) << QColor(200, 40, 200);
+    QTest::newRow("eight, fifth") << wall << 8 << 5 << 0 << QPointF(0.125, 0.875) << QPointF(0.375, 0.875)
+                                  << QSize(960, 540) << QColor(30, 210, 210);
+    QTest::newRow("nine, centre") << wall << 9 << 5 << 0 << QPointF(0.45, 0.45) << QPointF(0.5, 0.17)
+                                  << QSize(1280, 720) << QColor(250, 130, 20);
+    QTest::newRow("sixteen, last") << wall << 16 << 16 << 0 << QPointF(0.875, 0.875) << QPointF(0.625, 0.875)
+                                   << QSize(960, 540) << QColor(120, 220, 60);
+    QTest::newRow("twenty-five, seventh")
+        << wall << 25 << 7 << 0 << QPointF(0.3, 0.3) << QPointF(0.5, 0.3) << QSize(768, 432) << QColor(240, 240, 240);
+    QTest::newRow("window on one screen") << topRight << 4 << 2 << 0 << QPointF(0.875, 0.125) << QPointF(0.625, 0.125)
+                                          << QSize(960, 540) << QColor(220, 30, 30);
+    QTest::newRow("full screen") << wall << 4 << 3 << 3 << QPointF(0.75, 0.25) << QPointF(-1, -1) << QSize(1280, 720)
+                                 << QColor(30, 200, 40);
+}
+
+void MediaTests::pictureShowsInSubWindow()
+{
+    QFETCH(QRect, rect);
+    QFETCH(int, division);
+    QFETCH(int, sub);
+    QFETCH(int, fullScreen);
+    QFETCH(QPointF, inside);
+    QFETCH(QPointF, outside);
+    QFETCH(QSize, kept);
+    QFETCH(QColor, colour);
+
+    vdec::VirtualDecoder* d = startDecoder(80);
+    QVERIFY(d);
+    SdkHandle h;
+    QCOMPARE(h.connect(d), CMATRIX_OK);
+    QVERIFY(layOut(h, 2, 2, { window(1, rect.x(), rect.y(), rect.width(), rect.height()) }, { division }));
+    if (fullScreen)
+        QCOMPARE(CMatrix_WindowSetFullScreen(h, 1, fullScreen, 1), CMATRIX_OK);
+
+    QCOMPARE(display(h, 1, sub, FrameSamples::picture(colour, { 1280, 720 })), CMATRIX_OK);
+
+    const vdec::DecoderSnapshot snapshot = d->snapshot();
+    const vdec::SubWindowMedia* media = snapshot.mediaOf(1, sub);
+    QVERIFY(media);
+    QCOMPARE(media->frames, 1u);
+    QCOMPARE(media->decoded, 1u);
+    QCOMPARE(media->failed, 0u);
+    QCOMPARE(media->picture.size(), kept);
+
+    const QImage wall = MonitorClient(d->address(), d->httpPort()).wall(960);
+    QCOMPARE(wall.size(), QSize(960, 540));
+    QVERIFY2(near(at(wall, inside.x(), inside.y()), colour), qPrintable(at(wall, inside.x(), inside.y()).name()));
+    if (outside.x() >= 0)
+        QVERIFY(!near(at(wall, outside.x(), outside.y()), colour));
+}
+
+// A picture belongs to what it was shown for: a new source in its sub-window, or a
+// window deleted and made again, leaves the sub-window without it.
+void MediaTests::newSourceClearsPicture()
+{
+    vdec::VirtualDecoder* d = startDecoder(81);
+    QVERIFY(d);
+    SdkHandle h;
+    QCOMPARE(h.connect(d), CMATRIX_OK);
+    QVERIFY(layOut(h, 1, 1, { window(1, 0, 0, 32768, 32768) }, { 4 }));
+    const DeviceInfo_t picture = source(1, "pic_lobby", 6, 1);
+    QCOMPARE(CMatrix_WindowDeviceAdd(h, 1, &picture, 1, true), CMATRIX_OK);
+    const QColor red(220, 30, 30);
+    QCOMPARE(display(h, 1, 1, FrameSamples::picture(red)), CMATRIX_OK);
+    QCOMPARE(display(h, 1, 2, FrameSamples::picture(red)), CMATRIX_OK);
+    MonitorClient monitor(d->address(), d->httpPort());
+    QVERIFY(near(at(monitor.wall(), 0.25, 0.25), red));
+
+    const DeviceInfo_t camera = source(1, "cam-7", 1, 1);
+    QCOMPARE(CMatrix_WindowDeviceAdd(h, 1, &camera, 1, true), CMATRIX_OK);
+    QVERIFY(!d->snapshot().mediaOf(1, 1));
+    QVERIFY(d->snapshot().mediaOf(1, 2)); // its neighbour keeps its own
+    QVERIFY(!near(at(monitor.wall(), 0.25, 0.25), red));
+
+    const MatrixWindow_t again = window(1, 0, 0, 32768, 32768);
+    const uint32_t id = 1;
+    QCOMPARE(CMatrix_WindowDel(h, &id, 1), CMATRIX_OK);
+    QCOMPARE(CMatrix_WindowAdd(h, &again, 1, false), CMATRIX_OK);
+    QCOMPARE(CMatrix_WindowSetDivision(h, 1, 4), CMATRIX_OK);
+    QVERIFY(d->snapshot().media.empty());
+    QVERIFY(!near(at(monitor.wall(), 0.75, 0.25), red));
+}

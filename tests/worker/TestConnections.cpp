@@ -1,0 +1,190 @@
+// Connections through the worker: the registry, login failures, lost decoders.
+#include "WorkerTests.h"
+
+#include "TestTimeout.h"
+
+#include <QUuid>
+#include <QtTest>
+
+using namespace kvms_matrix;
+using kvmstest::scaled;
+
+namespace {
+
+enum class Loss { ConnectionsReset, DecoderStopped, HeartbeatsStop };
+
+int wrongLogin(const vdec::VirtualDecoder* decoder)
+{
+    const CMHANDLE h = CMatrix_Create();
+    const int rc = CMatrix_Connect(
+        h, decoder->address().toLatin1().constData(), decoder->port(), "admin", "wrong-password", scaled(3000));
+    CMatrix_Destroy(h);
+    return rc;
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(Loss)
+
+void TestWorker::connectingTwiceReplacesTheRegistryEntry()
+{
+    MatrixSdkWorker* w = worker();
+    vdec::VirtualDecoder* d = startDecoder(131);
+    QVERIFY(d);
+    MatrixInfo first = infoOf(d);
+    first.id = QStringLiteral("first-id");
+    first.version = QStringLiteral("first");
+    MatrixInfo second = infoOf(d);
+    second.version = QStringLiteral("second");
+
+    QueuedSignalSpy results(w, &MatrixSdkWorker::signalConnectMatrixResult);
+    w->connectMatrix(first, nullptr);
+    w->connectMatrix(second, nullptr);
+    QTRY_COMPARE_WITH_TIMEOUT(results.count(), 2, scaled(6000));
+    QCOMPARE(results.at(0).at(1).toInt(), CMATRIX_OK);
+    QCOMPARE(results.at(1).at(1).toInt(), CMATRIX_OK);
+    Handle older = results.at(0).at(0).value<Handle>();
+    const Handle newer = results.at(1).at(0).value<Handle>();
+    QVERIFY(older && newer && older != newer);
+    QCOMPARE(older->version(), QStringLiteral("first"));
+    QCOMPARE(older->id(), QStringLiteral("first-id"));
+    QCOMPARE(newer->version(), QStringLiteral("second"));
+    QCOMPARE(newer->managerPort(), int(d->port()));
+
+    QCOMPARE(w->getHandleByIp(d->address()), newer);
+    QCOMPARE(w->getVmHandle(), newer);
+    const MatrixInfo kept = w->connectedMatrixMap().value(d->address());
+    QCOMPARE(kept.version, QStringLiteral("first"));
+    QVERIFY(!QUuid(kept.id).isNull()); // a fresh id, not the caller's
+    QCOMPARE(kept.manager_port, int(d->port()));
+
+    // The replaced connection ends with the last pointer to it.
+    QCOMPARE(d->connectionCount(), 2);
+    results.clear();
+    older.clear();
+    QTRY_COMPARE_WITH_TIMEOUT(d->connectionCount(), 1, scaled(3000));
+}
+
+void TestWorker::failedLoginReportsBothSignals_data()
+{
+    QTest::addColumn<int>("host");
+    QTest::addColumn<int>("maxFailed");
+    QTest::addColumn<int>("lockSeconds");
+    QTest::addColumn<bool>("factoryNew");
+    QTest::addColumn<int>("wrongLoginsFirst");
+    QTest::addColumn<bool>("stopFirst");
+    QTest::addColumn<QString>("password");
+    QTest::addColumn<int>("ret");
+    QTest::addColumn<QString>("errCode");
+    QTest::addColumn<int>("errNum");
+    QTest::addColumn<int>("sumNum");
+    QTest::addColumn<int>("lockTime");
+    QTest::addColumn<bool>("unlockTimeGiven");
+
+    // Lock time in seconds turns into whole minutes: 119 s is 1 minute.
+    QTest::newRow("wrong password") << 140 << 3 << 119 << false << 0 << false << "wrong" << CMATRIX_ERR_PASSWORD
+                                    << "PASSWDERR" << 1 << 3 << 1 << false;
+    QTest::newRow("second wrong password") << 141 << 3 << 600 << false << 1 << false << "wrong" << CMATRIX_ERR_PASSWORD
+                                           << "PASSWDERR" << 2 << 3 << 10 << false;
+    QTest::newRow("locked account") << 142 << 1 << 600 << false << 1 << false << "admin123" << CMATRIX_ERR_USER_LOCKED
+                                    << "USERLOCK" << 0 << 0 << 0 << true;
+    QTest::newRow("not activated") << 143 << 5 << 600 << true << 0 << false << "admin123" << CMATRIX_ERR_NOT_ACTIVATED
+                                   << "DEVNOACTIVE" << 0 << 0 << 0 << false;
+    QTest::newRow("nobody listening") << 144 << 5 << 600 << false << 0 << true << "admin123" << CMATRIX_ERR_CONNECT
+                                      << "" << 0 << 0 << 0 << false;
+}
+
+void TestWorker::failedLoginReportsBothSignals()
+{
+    QFETCH(int, host);
+    QFETCH(int, maxFailed);
+    QFETCH(int, lockSeconds);
+    QFETCH(bool, factoryNew);
+    QFETCH(int, wrongLoginsFirst);
+    QFETCH(bool, stopFirst);
+    QFETCH(QString, password);
+    QFETCH(int, ret);
+    QFETCH(QString, errCode);
+    QFETCH(int, errNum);
+    QFETCH(int, sumNum);
+    QFETCH(int, lockTime);
+    QFETCH(bool, unlockTimeGiven);
+
+    MatrixSdkWorker* w = worker();
+    vdec::VirtualDecoder* d = startDecoder(host, [&](vdec::DecoderConfig& c) {
+        c.maxFailedLogins = maxFailed;
+        c.lockSeconds = lockSeconds;
+        c.factoryNew = factoryNew;
+    });
+    QVERIFY(d);
+    for (int i = 0; i < wrongLoginsFirst; ++i)
+        QCOMPARE(wrongLogin(d), CMATRIX_ERR_PASSWORD);
+    if (stopFirst)
+        d->stop();
+
+    QueuedSignalSpy results(w, &MatrixSdkWorker::signalConnectMatrixResult);
+    QueuedSignalSpy errors(w, &MatrixSdkWorker::signalConnectErrorMsg);
+    QVERIFY(results.isConnected() && errors.isConnected());
+    int tag = 0;
+    w->connectMatrix(infoOf(d, password), &tag);
+    QVERIFY(errors.wait(scaled(6000))); // emitted after the result
+    QCOMPARE(results.count(), 1);
+    QCOMPARE(errors.count(), 1);
+
+    const QVariantList result = results.at(0);
+    QCOMPARE(result.at(1).toInt(), ret);
+    QCOMPARE(result.at(2).toInt(), 0);
+    QCOMPARE(result.at(3).value<void*>(), static_cast<void*>(&tag));
+    const Handle handle = result.at(0).value<Handle>();
+    QVERIFY(handle);
+    QCOMPARE(w->getHandleByIp(d->address()), handle); // registered although refused
+
+    const QVariantList error = errors.at(0);
+    QCOMPARE(error.at(0).toString(), d->address());
+    QCOMPARE(error.at(2).value<void*>(), static_cast<void*>(&tag));
+    const auto info = error.at(1).value<ConnectErrorMsgInfo>();
+    QCOMPARE(info.errCode, errCode);
+    QCOMPARE(info.errNum, errNum);
+    QCOMPARE(info.sumNum, sumNum);
+    QCOMPARE(info.lockTime, lockTime);
+    QCOMPARE(info.unlockTime > 0, unlockTimeGiven);
+}
+
+void TestWorker::lostDecoderIsReportedOnce_data()
+{
+    QTest::addColumn<int>("host");
+    QTest::addColumn<Loss>("loss");
+    QTest::newRow("connections reset") << 145 << Loss::ConnectionsReset;
+    QTest::newRow("decoder stopped") << 146 << Loss::DecoderStopped;
+    QTest::newRow("heartbeats stop") << 147 << Loss::HeartbeatsStop;
+}
+
+void TestWorker::lostDecoderIsReportedOnce()
+{
+    QFETCH(int, host);
+    QFETCH(Loss, loss);
+    MatrixSdkWorker* w = worker();
+    vdec::VirtualDecoder* d = startDecoder(host);
+    QVERIFY(d);
+    const Handle h = connectWorker(d);
+    QVERIFY(h);
+
+    QueuedSignalSpy lost(w, &MatrixSdkWorker::signalDisconnectStatus);
+    switch (loss) {
+    case Loss::ConnectionsReset:
+        d->killConnections();
+        break;
+    case Loss::DecoderStopped:
+        d->stop();
+        break;
+    case Loss::HeartbeatsStop:
+        d->faults().muteHeartbeats(true);
+        break;
+    }
+    QVERIFY(lost.wait(scaled(10000)));
+    QCOMPARE(lost.at(0).at(0).value<void*>(), static_cast<void*>(h->handle()));
+    QCOMPARE(lost.at(0).at(1).toString(), d->address());
+    QVERIFY(!lost.wait(scaled(1500)));
+    QCOMPARE(lost.count(), 1);
+    QCOMPARE(w->getHandleByIp(d->address()), h); // the form decides what becomes of it
+}

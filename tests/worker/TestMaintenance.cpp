@@ -1,0 +1,347 @@
+// Maintenance tasks end to end: firmware, factory reset, resolution, password, configuration
+// files and logs.
+#include "WorkerTests.h"
+
+#include "TestTimeout.h"
+
+#include <QDateTime>
+#include <QFile>
+#include <QJsonDocument>
+#include <QRegularExpression>
+#include <QtTest>
+
+#include <functional>
+
+using namespace kvms_matrix;
+using cmatrix::wire::MessageType;
+using kvmstest::scaled;
+
+using WorkerCall = std::function<void(MatrixSdkWorker*)>;
+using ArgsCheck = std::function<bool(const QVariantList&)>;
+Q_DECLARE_METATYPE(WorkerCall)
+Q_DECLARE_METATYPE(ArgsCheck)
+
+namespace {
+
+ScreenResolution_t mode(int width, int height, int rate, int output = -1)
+{
+    return ScreenResolution_t { width, height, rate, output };
+}
+
+bool writeFile(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+}
+
+bool firstIs(const QVariantList& args, int value)
+{
+    return !args.isEmpty() && args.at(0).toInt() == value;
+}
+
+// Sets the mode of all outputs through the worker and waits for the result.
+int setAllOutputs(MatrixSdkWorker* w, const TestWorker::Handle& h, const ScreenResolution_t& r)
+{
+    QueuedSignalSpy done(w, &MatrixSdkWorker::signalMatrixSetResolutionResult);
+    w->setMatrixResolution(h, r, true);
+    return done.wait(scaled(5000)) ? done.at(0).at(0).toInt() : 1;
+}
+
+} // namespace
+
+void TestWorker::maintenanceWithoutConnection_data()
+{
+    QTest::addColumn<WorkerCall>("call");
+    QTest::addColumn<QList<QByteArray>>("signalNames");
+    QTest::addColumn<ArgsCheck>("lastArgs");
+    const Handle none;
+    const auto failed = ArgsCheck([](const QVariantList& a) { return firstIs(a, CMATRIX_ERR_FAILED); });
+    using Names = QList<QByteArray>;
+
+    QTest::newRow("factory reset") << WorkerCall([=](MatrixSdkWorker* w) { w->factoryReset(none); })
+                                   << Names { "signalMatrixFactoryResetResult" }
+                                   << ArgsCheck([](const QVariantList& a) {
+                                          return firstIs(a, CMATRIX_ERR_FAILED) && a.at(1).toString().isEmpty();
+                                      });
+    QTest::newRow("set resolution") << WorkerCall(
+        [=](MatrixSdkWorker* w) { w->setMatrixResolution(none, mode(1920, 1080, 60), true); })
+                                    << Names { "signalMatrixSetResolutionResult" } << failed;
+    QTest::newRow("get resolution") << WorkerCall([=](MatrixSdkWorker* w) { w->getMatrixResolution(none); })
+                                    << Names { "signalMatrixGetResolutionResult" }
+                                    << ArgsCheck([](const QVariantList& a) {
+                                           const auto r = a.at(0).value<ScreenResolution_t>();
+                                           return r.width == 0 && r.height == 0;
+                                       });
+    QTest::newRow("password") << WorkerCall(
+        [=](MatrixSdkWorker* w) { w->userPasswordModify(none, "admin", "admin123", "Newpass99"); })
+                              << Names { "signalUserPasswordModifyResult" } << failed;
+    QTest::newRow("import") << WorkerCall([=](MatrixSdkWorker* w) { w->importMatrixConfig(none, "config.json"); })
+                            << Names { "signalImportConfigResult" } << failed;
+    QTest::newRow("export") << WorkerCall([=](MatrixSdkWorker* w) { w->exportMatrixConfig(none, "config.json"); })
+                            << Names { "signalExportConfigResult" } << failed;
+    QTest::newRow("log") << WorkerCall([=](MatrixSdkWorker* w) {
+        w->getLog(none, LOG_TYPE_ALL, QDateTime::currentDateTime().addDays(-1), QDateTime::currentDateTime());
+    }) << Names { "signalGetLogsResult" }
+                         << ArgsCheck([](const QVariantList& a) { return a.at(0).toStringList().isEmpty(); });
+    QTest::newRow("run log") << WorkerCall([=](MatrixSdkWorker* w) { w->getRunLog(none, "run.log"); })
+                             << Names { "signalGetRunLogResult" } << failed;
+    // A batch reports each decoder under its place in the batch.
+    QTest::newRow("firmware batch") << WorkerCall([=](MatrixSdkWorker* w) {
+        w->updateMatrix({ none, none }, "image.bin");
+    })
+                                    << Names { "signalUpdateMatrixProgress", "signalUpdateMatrixResult",
+                                           "signalUpdateMatrixProgress", "signalUpdateMatrixResult" }
+                                    << failed;
+}
+
+void TestWorker::maintenanceWithoutConnection()
+{
+    QFETCH(WorkerCall, call);
+    QFETCH(QList<QByteArray>, signalNames);
+    QFETCH(ArgsCheck, lastArgs);
+    MatrixSdkWorker* w = worker();
+    QVERIFY(w->isRunning());
+    SignalRecorder recorder(w, MatrixSdkWorker::staticMetaObject);
+    call(w);
+    QTRY_COMPARE_WITH_TIMEOUT(recorder.total(), signalNames.size(), scaled(3000));
+    QCOMPARE(recorder.names(), signalNames);
+    QVERIFY(lastArgs(recorder.events().last().args));
+    const QList<QVariantList> progress = recorder.argsOf("signalUpdateMatrixProgress");
+    for (int i = 0; i < progress.size(); ++i) {
+        QCOMPARE(progress.at(i).at(0).toInt(), UPDATE_STATE_FAILED);
+        QCOMPARE(progress.at(i).at(3).toInt(), i);
+        QVERIFY(progress.at(i).at(4).toBool());
+    }
+}
+
+void TestWorker::resolution_data()
+{
+    QTest::addColumn<ScreenResolution_t>("wanted");
+    QTest::addColumn<bool>("setAll");
+    QTest::addColumn<int>("ret");
+    QTest::addColumn<ScreenResolution_t>("outputAfter"); // of the wanted output
+    QTest::addColumn<ScreenResolution_t>("allAfter");
+    const ScreenResolution_t factory = mode(1920, 1080, 60, -1);
+    QTest::newRow("all outputs") << mode(1280, 720, 60) << true << CMATRIX_OK << mode(1280, 720, 60, -1)
+                                 << mode(1280, 720, 60, -1);
+    QTest::newRow("one output") << mode(3840, 2160, 30, 2) << false << CMATRIX_OK << mode(3840, 2160, 30, 2) << factory;
+    QTest::newRow("mode not offered") << mode(800, 600, 60) << true << CMATRIX_ERR_INVALID_PARAM << factory << factory;
+    // The wall is 2 x 2: outputs 0 to 3.
+    QTest::newRow("output past the wall")
+        << mode(1280, 720, 60, 4) << false << CMATRIX_ERR_INVALID_PARAM << ScreenResolution_t {} << factory;
+}
+
+void TestWorker::resolution()
+{
+    QFETCH(ScreenResolution_t, wanted);
+    QFETCH(bool, setAll);
+    QFETCH(int, ret);
+    QFETCH(ScreenResolution_t, outputAfter);
+    QFETCH(ScreenResolution_t, allAfter);
+    MatrixSdkWorker* w = worker();
+    vdec::VirtualDecoder* d = startDecoder(134);
+    QVERIFY(d);
+    const Handle h = connectWorker(d);
+    QVERIFY(h);
+    d->journal().clear();
+
+    QueuedSignalSpy set(w, &MatrixSdkWorker::signalMatrixSetResolutionResult);
+    QueuedSignalSpy got(w, &MatrixSdkWorker::signalMatrixGetResolutionResult);
+    w->setMatrixResolution(h, wanted, setAll);
+    w->getMatrixResolution(h, wanted.outputIndex);
+    w->getMatrixResolution(h);
+    QTRY_COMPARE_WITH_TIMEOUT(got.count(), 2, scaled(5000));
+    QCOMPARE(set.count(), 1);
+    QCOMPARE(set.at(0).at(0).toInt(), ret);
+    const auto output = got.at(0).at(0).value<ScreenResolution_t>();
+    const auto all = got.at(1).at(0).value<ScreenResolution_t>();
+    QCOMPARE(QByteArray(reinterpret_cast<const char*>(&output), sizeof output),
+        QByteArray(reinterpret_cast<const char*>(&outputAfter), sizeof outputAfter));
+    QCOMPARE(QByteArray(reinterpret_cast<const char*>(&all), sizeof all),
+        QByteArray(reinterpret_cast<const char*>(&allAfter), sizeof allAfter));
+    // Setting reads the wall first.
+    QVERIFY(d->journal().count(MessageType::GetMatrix) == 1 && d->journal().count(MessageType::SetResolution) == 1);
+    QVERIFY(d->journal().entries(MessageType::GetMatrix).front().requestId
+        < d->journal().entries(MessageType::SetResolution).front().requestId);
+}
+
+void TestWorker::passwordModify_data()
+{
+    QTest::addColumn<QString>("oldPassword");
+    QTest::addColumn<QString>("newPassword");
+    QTest::addColumn<int>("ret");
+    QTest::newRow("accepted") << "admin123"
+                              << "Newpass99" << CMATRIX_OK;
+    QTest::newRow("too weak") << "admin123"
+                              << "short" << CMATRIX_ERR_WEAK_PASSWORD;
+    QTest::newRow("wrong old password") << "nothing12"
+                                        << "Newpass99" << CMATRIX_ERR_PASSWORD;
+}
+
+void TestWorker::passwordModify()
+{
+    QFETCH(QString, oldPassword);
+    QFETCH(QString, newPassword);
+    QFETCH(int, ret);
+    MatrixSdkWorker* w = worker();
+    vdec::VirtualDecoder* d = startDecoder(135);
+    QVERIFY(d);
+    const Handle h = connectWorker(d);
+    QVERIFY(h);
+
+    QueuedSignalSpy changed(w, &MatrixSdkWorker::signalUserPasswordModifyResult);
+    w->userPasswordModify(h, QStringLiteral("admin"), oldPassword, newPassword);
+    QVERIFY(changed.wait(scaled(5000)));
+    QCOMPARE(changed.at(0), QVariantList({ ret, d->address(), newPassword }));
+
+    const CMHANDLE probe = CMatrix_Create();
+    const int login = CMatrix_Connect(
+        probe, d->address().toLatin1().constData(), d->port(), "admin", newPassword.toUtf8().constData(), scaled(3000));
+    CMatrix_Destroy(probe);
+    QCOMPARE(login == CMATRIX_OK, ret == CMATRIX_OK);
+}
+
+void TestWorker::configurationImport_data()
+{
+    QTest::addColumn<QString>("source"); // what is imported
+    QTest::addColumn<int>("ret");
+    QTest::addColumn<int>("widthAfter");
+    QTest::newRow("the exported file") << "exported" << CMATRIX_OK << 1280;
+    QTest::newRow("not a configuration") << "garbage" << CMATRIX_ERR_CONFIG << 1024;
+    QTest::newRow("no such file") << "missing" << CMATRIX_ERR_FILE_NOT_FOUND << 1024;
+}
+
+void TestWorker::configurationImport()
+{
+    QFETCH(QString, source);
+    QFETCH(int, ret);
+    QFETCH(int, widthAfter);
+    MatrixSdkWorker* w = worker();
+    vdec::VirtualDecoder* d = startDecoder(136);
+    QVERIFY(d);
+    const Handle h = connectWorker(d);
+    QVERIFY(h);
+
+    QCOMPARE(setAllOutputs(w, h, mode(1280, 720, 60)), CMATRIX_OK);
+    const QString exported = tempPath("exported.json");
+    QueuedSignalSpy exportDone(w, &MatrixSdkWorker::signalExportConfigResult);
+    w->exportMatrixConfig(h, exported);
+    QVERIFY(exportDone.wait(scaled(5000)));
+    QCOMPARE(exportDone.at(0).at(0).toInt(), CMATRIX_OK);
+    QFile file(exported);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QVERIFY(QJsonDocument::fromJson(file.readAll()).isObject());
+    QCOMPARE(setAllOutputs(w, h, mode(1024, 768, 60)), CMATRIX_OK);
+
+    QString path = exported;
+    if (source == "garbage") {
+        path = tempPath("garbage.json");
+        QVERIFY(writeFile(path, "{ not json"));
+    } else if (source == "missing") {
+        path = tempPath("missing.json");
+    }
+    QueuedSignalSpy importDone(w, &MatrixSdkWorker::signalImportConfigResult);
+    w->importMatrixConfig(h, path);
+    QVERIFY(importDone.wait(scaled(5000)));
+    QCOMPARE(importDone.at(0).at(0).toInt(), ret);
+    QCOMPARE(d->snapshot().resolution.width, widthAfter);
+}
+
+void TestWorker::logs()
+{
+    MatrixSdkWorker* w = worker();
+    vdec::VirtualDecoder* d = startDecoder(137);
+    QVERIFY(d);
+    const Handle h = connectWorker(d);
+    QVERIFY(h);
+    QCOMPARE(setAllOutputs(w, h, mode(1280, 720, 50)), CMATRIX_OK); // a change the decoder logs
+
+    QueuedSignalSpy lines(w, &MatrixSdkWorker::signalGetLogsResult);
+    const QDateTime now = QDateTime::currentDateTime();
+    w->getLog(h, LOG_TYPE_ALL, now.addSecs(-3600), now.addSecs(3600));
+    w->getLog(h, LOG_TYPE_ALL, now.addSecs(3600), now.addSecs(-3600)); // reversed span: refused
+    QTRY_COMPARE_WITH_TIMEOUT(lines.count(), 2, scaled(5000));
+    const QStringList found = lines.at(0).at(0).toStringList();
+    QVERIFY(!found.isEmpty());
+    const QRegularExpression shape(
+        QStringLiteral("^\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d \\[(operation|alarm|system)\\] [^:]*: .+$"));
+    for (const QString& line : found)
+        QVERIFY2(shape.match(line).hasMatch(), qPrintable(line));
+    QVERIFY(found.filter(QStringLiteral("] admin: ")).size() >= 1);
+    QVERIFY(lines.at(1).at(0).toStringList().isEmpty());
+
+    QueuedSignalSpy saved(w, &MatrixSdkWorker::signalGetRunLogResult);
+    const QString runLog = tempPath("run.log");
+    w->getRunLog(h, runLog);
+    QVERIFY(saved.wait(scaled(5000)));
+    QCOMPARE(saved.at(0).at(0).toInt(), CMATRIX_OK);
+    QVERIFY(QFileInfo(runLog).size() > 0);
+}
+
+void TestWorker::firmwareUpdate_data()
+{
+    QTest::addColumn<QByteArray>("image"); // empty: no file at all
+    QTest::addColumn<int>("ret");
+    QTest::addColumn<QString>("versionAfter");
+    const QByteArray valid = QByteArray("KVFWIMG1") + "V2.0.1 build 250101" + '\0' + QByteArray(4096, '\x5a');
+    QTest::newRow("valid image") << valid << CMATRIX_OK << "V2.0.1 build 250101";
+    QTest::newRow("not an image") << QByteArray(512, '\x01') << CMATRIX_ERR_FIRMWARE << "V1.0.0 build 240101";
+    QTest::newRow("no file") << QByteArray() << CMATRIX_ERR_FILE_NOT_FOUND << "V1.0.0 build 240101";
+}
+
+void TestWorker::firmwareUpdate()
+{
+    QFETCH(QByteArray, image);
+    QFETCH(int, ret);
+    QFETCH(QString, versionAfter);
+    MatrixSdkWorker* w = worker();
+    vdec::VirtualDecoder* d = startDecoder(138, [](vdec::DecoderConfig& c) { c.firmwareStepMs = 5; });
+    QVERIFY(d);
+    const Handle h = connectWorker(d);
+    QVERIFY(h);
+    const QString path = tempPath("firmware.bin");
+    QFile::remove(path);
+    if (!image.isEmpty())
+        QVERIFY(writeFile(path, image));
+
+    QueuedSignalSpy progress(w, &MatrixSdkWorker::signalUpdateMatrixProgress);
+    QueuedSignalSpy result(w, &MatrixSdkWorker::signalUpdateMatrixResult);
+    w->updateOneMatrix(h, path, 4);
+    QVERIFY(result.wait(scaled(5000)));
+    QCOMPARE(result.at(0).at(0).toInt(), ret);
+    QVERIFY(!progress.isEmpty());
+    int last = -1;
+    for (int i = 0; i < progress.count(); ++i) {
+        const QVariantList& step = progress.at(i);
+        QCOMPARE(step.at(3).toInt(), 4); // the index given
+        QVERIFY(step.at(1).toInt() >= last);
+        last = step.at(1).toInt();
+        QCOMPARE(step.at(4).toBool(), i == progress.count() - 1);
+    }
+    const QVariantList end = progress.last();
+    QCOMPARE(end.at(0).toInt(), ret == CMATRIX_OK ? UPDATE_STATE_FINISHED : UPDATE_STATE_FAILED);
+    QCOMPARE(end.at(2).toInt(), ret);
+    if (ret == CMATRIX_OK)
+        QCOMPARE(last, 100);
+    QTRY_COMPARE_WITH_TIMEOUT(d->snapshot().firmwareVersion, versionAfter, scaled(3000));
+}
+
+void TestWorker::factoryResetRestartsTheDecoder()
+{
+    MatrixSdkWorker* w = worker();
+    vdec::VirtualDecoder* d = startDecoder(139);
+    QVERIFY(d);
+    const Handle h = connectWorker(d);
+    QVERIFY(h);
+    QCOMPARE(setAllOutputs(w, h, mode(1280, 720, 60)), CMATRIX_OK);
+
+    QueuedSignalSpy reset(w, &MatrixSdkWorker::signalMatrixFactoryResetResult);
+    QueuedSignalSpy lost(w, &MatrixSdkWorker::signalDisconnectStatus);
+    w->factoryReset(h);
+    QVERIFY(reset.wait(scaled(5000)));
+    QCOMPARE(reset.at(0), QVariantList({ CMATRIX_OK, d->address() }));
+    QCOMPARE(d->snapshot().resolution.width, 1920);
+    // The decoder restarts, which closes the connection as a power cycle would.
+    QVERIFY(lost.count() == 1 || lost.wait(scaled(6000)));
+    QCOMPARE(lost.at(0).at(1).toString(), d->address());
+}

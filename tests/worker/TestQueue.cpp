@@ -1,0 +1,220 @@
+// The queue and the loop: order, tasks without a handler, quitting, draining.
+#include "WorkerTests.h"
+
+#include "TestTimeout.h"
+
+#include "KSingleton.h"
+#include "SystemMsg.h"
+
+#include <QFile>
+#include <QtTest>
+
+#include <functional>
+
+using namespace kvms_matrix;
+using cmatrix::wire::MessageType;
+using kvmstest::scaled;
+
+using QueueStep = std::function<void(MatrixSdkWorker*, const TestWorker::Handle&)>;
+Q_DECLARE_METATYPE(QueueStep)
+
+namespace {
+
+// What a decoder received, heartbeats left out.
+QList<MessageType> requestsOf(vdec::VirtualDecoder* decoder)
+{
+    QList<MessageType> types;
+    for (const vdec::JournalEntry& entry : decoder->journal().entries()) {
+        const MessageType type = cmatrix::wire::requestOf(entry.type);
+        if (type != MessageType::Heartbeat)
+            types.append(type);
+    }
+    return types;
+}
+
+WorkerTaskParam rawTask(int kind, const TestWorker::Handle& handle)
+{
+    WorkerTaskParam task;
+    task.taskType = kind;
+    task.handle = handle;
+    return task;
+}
+
+} // namespace
+
+void TestWorker::operationsBeforeFirstConnectWaitForIt()
+{
+    MatrixSdkWorker* w = worker();
+    QVERIFY2(!w->isRunning(), "this slot needs a worker that has never been started");
+    vdec::VirtualDecoder* d = startDecoder(130);
+    QVERIFY(d);
+    const Handle own = rawConnection(d);
+    QVERIFY(own);
+    d->journal().clear();
+
+    SignalRecorder recorder(w, MatrixSdkWorker::staticMetaObject);
+    QueuedSignalSpy resolutions(w, &MatrixSdkWorker::signalMatrixGetResolutionResult);
+    const QString exported = tempPath("before-connect.json");
+    w->getMatrixResolution(own);
+    w->factoryReset(Handle());
+    w->exportMatrixConfig(own, exported);
+    QCOMPARE(w->pendingTaskCount(), 3);
+    QVERIFY(!resolutions.wait(scaled(300)));
+    QVERIFY(!w->isRunning());
+    QVERIFY(requestsOf(d).isEmpty());
+    QCOMPARE(recorder.total(), 0);
+
+    int tag = 0;
+    w->connectMatrix(infoOf(d), &tag);
+    QTRY_COMPARE_WITH_TIMEOUT(recorder.total(), 4, scaled(6000));
+    QCOMPARE(recorder.names(),
+        QList<QByteArray>({ "signalMatrixGetResolutionResult", "signalMatrixFactoryResetResult",
+            "signalExportConfigResult", "signalConnectMatrixResult" }));
+    QCOMPARE(requestsOf(d),
+        QList<MessageType>(
+            { MessageType::GetResolution, MessageType::ExportConfig, MessageType::Login, MessageType::SetTime }));
+    QCOMPARE(recorder.argsOf("signalExportConfigResult").at(0).at(0).toInt(), CMATRIX_OK);
+    QVERIFY(QFile::exists(exported));
+    const QVariantList connected = recorder.argsOf("signalConnectMatrixResult").at(0);
+    QCOMPARE(connected.at(1).toInt(), CMATRIX_OK);
+    QCOMPARE(connected.at(3).value<void*>(), static_cast<void*>(&tag));
+    QVERIFY(w->isRunning());
+}
+
+void TestWorker::everySignalCanBeQueued()
+{
+    // A signal whose argument type has no registered name is silently lost on its way to the GUI.
+    const QMetaObject& meta = MatrixSdkWorker::staticMetaObject;
+    int signalCount = 0;
+    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
+        const QMetaMethod method = meta.method(i);
+        if (method.methodType() != QMetaMethod::Signal)
+            continue;
+        ++signalCount;
+        for (int p = 0; p < method.parameterCount(); ++p)
+            QVERIFY2(method.parameterType(p) != QMetaType::UnknownType,
+                qPrintable(method.methodSignature() + " : " + method.parameterTypes().at(p)));
+    }
+    QCOMPARE(signalCount, 53);
+
+    // The names other parts of the client look the types up by.
+    const QList<QPair<const char*, int>> names = { { "MatrixInfoMap", qMetaTypeId<MatrixInfoMap>() },
+        { "MatrixInfoList", qMetaTypeId<MatrixInfoList>() }, { "UserData", qMetaTypeId<UserData>() },
+        { "MatrixWindowInfo", qMetaTypeId<MatrixWindowInfo>() }, { "MatrixSceneInfo", qMetaTypeId<MatrixSceneInfo>() },
+        { "MatrixLoopInfo", qMetaTypeId<MatrixLoopInfo>() },
+        { "MatrixSubWindowInfo", qMetaTypeId<MatrixSubWindowInfo>() },
+        { "ImageDataInfo", qMetaTypeId<ImageDataInfo>() }, { "CMHandle", qMetaTypeId<Handle>() },
+        { "MatrixBannerInfo", qMetaTypeId<MatrixBannerInfo>() }, { "DevPalyFile_t", qMetaTypeId<DevPlayFile_t>() },
+        { "DeviceAudioInfo_t", qMetaTypeId<DeviceAudioInfo_t>() } };
+    for (const auto& name : names)
+        QVERIFY2(QMetaType::type(name.first) == name.second, name.first);
+}
+
+void TestWorker::tasksWithoutHandlerAreDropped_data()
+{
+    QTest::addColumn<QueueStep>("queue");
+    const auto kind
+        = [](int k) { return QueueStep([k](MatrixSdkWorker* w, const Handle& h) { w->queueTask(rawTask(k, h)); }); };
+    QTest::newRow("kind 22") << kind(22);
+    QTest::newRow("kind 25") << kind(25);
+    QTest::newRow("kind 36") << kind(36);
+    QTest::newRow("kind 44") << kind(44);
+    QTest::newRow("kind 53, past the table") << kind(53);
+    QTest::newRow("kind -7") << kind(-7);
+    QTest::newRow("setStreamSwitch") << QueueStep(
+        [](MatrixSdkWorker* w, const Handle& h) { w->setStreamSwitch(h, 1); });
+    QTest::newRow("disconnect without a handle")
+        << QueueStep([](MatrixSdkWorker* w, const Handle&) { w->disconnectMatrix(Handle()); });
+}
+
+void TestWorker::tasksWithoutHandlerAreDropped()
+{
+    QFETCH(QueueStep, queue);
+    MatrixSdkWorker* w = worker();
+    vdec::VirtualDecoder* d = startDecoder(132);
+    QVERIFY(d);
+    const Handle h = connectWorker(d);
+    QVERIFY(h);
+    d->journal().clear();
+    SignalRecorder recorder(w, MatrixSdkWorker::staticMetaObject);
+
+    queue(w, h);
+    w->getMatrixResolution(h); // behind it: proves the dropped task has left the queue
+    QTRY_COMPARE_WITH_TIMEOUT(recorder.total(), 1, scaled(5000));
+    QCOMPARE(recorder.names(), QList<QByteArray>({ "signalMatrixGetResolutionResult" }));
+    QCOMPARE(requestsOf(d), QList<MessageType>({ MessageType::GetResolution }));
+    QCOMPARE(w->pendingTaskCount(), 0);
+    QCOMPARE(w->getHandleByIp(d->address()), h);
+}
+
+void TestWorker::quitQueuesOneDisconnectPerConnection()
+{
+    MatrixSdkWorker* w = worker();
+    QVERIFY(w->registeredHandles().isEmpty());
+    vdec::VirtualDecoder* a = startDecoder(150);
+    vdec::VirtualDecoder* b = startDecoder(151);
+    vdec::VirtualDecoder* slow = startDecoder(152);
+    QVERIFY(a && b && slow);
+    QVERIFY(connectWorker(a));
+    QVERIFY(connectWorker(b));
+    slow->faults().answerLate(MessageType::Login, scaled(400));
+
+    SignalRecorder recorder(w, MatrixSdkWorker::staticMetaObject);
+    w->connectMatrix(infoOf(slow), nullptr); // still under way when the client closes
+    emit KCOMMON::KSingleton<SystemMsg>::instance()->signalQuitSystem();
+    QVERIFY(w->pendingTaskCount() >= 2);
+
+    QTRY_COMPARE_WITH_TIMEOUT(recorder.total(), 3, scaled(6000));
+    QCOMPARE(recorder.names(),
+        QList<QByteArray>(
+            { "signalConnectMatrixResult", "signalDisconnectMatrixResult", "signalDisconnectMatrixResult" }));
+    QStringList disconnected;
+    for (const QVariantList& args : recorder.argsOf("signalDisconnectMatrixResult")) {
+        QCOMPARE(args.at(0).toInt(), CMATRIX_OK);
+        disconnected.append(args.at(1).toString());
+    }
+    QCOMPARE(disconnected, QStringList({ a->address(), b->address() }));
+    QTRY_COMPARE_WITH_TIMEOUT(a->connectionCount() + b->connectionCount(), 0, scaled(3000));
+    QCOMPARE(slow->connectionCount(), 1);
+    QCOMPARE(w->registeredHandles().keys(), QStringList({ slow->address() }));
+    QVERIFY(w->isWorkerRunning()); // quitting does not stop the loop
+}
+
+void TestWorker::queueIsDrainedAfterTheRunningFlagIsCleared()
+{
+    MatrixSdkWorker* w = worker();
+    vdec::VirtualDecoder* d = startDecoder(155);
+    QVERIFY(d);
+    const Handle h = connectWorker(d);
+    QVERIFY(h);
+    d->faults().answerLate(MessageType::GetResolution, 20);
+
+    SignalRecorder recorder(w, MatrixSdkWorker::staticMetaObject);
+    const int queued = 15;
+    for (int i = 0; i < queued; ++i)
+        w->getMatrixResolution(h);
+    w->disconnectMatrix(h);
+    w->finishPendingAndStop();
+    QVERIFY(!w->isWorkerRunning());
+    QVERIFY(w->isRunning());
+    QTRY_VERIFY_WITH_TIMEOUT(w->isFinished(), scaled(10000));
+    QTRY_COMPARE_WITH_TIMEOUT(recorder.total(), queued + 1, scaled(3000));
+    QCOMPARE(recorder.count("signalMatrixGetResolutionResult"), queued);
+    QCOMPARE(recorder.names().last(), QByteArray("signalDisconnectMatrixResult"));
+    QCOMPARE(d->journal().count(MessageType::GetResolution), queued);
+    QCOMPARE(w->pendingTaskCount(), 0);
+
+    // Only a connect brings the thread back.
+    w->getMatrixResolution(Handle());
+    QVERIFY(!w->isRunning());
+    vdec::VirtualDecoder* again = startDecoder(156);
+    QVERIFY(again);
+    const Handle back = connectWorker(again);
+    QVERIFY(back);
+    QVERIFY(w->isRunning());
+    QCOMPARE(recorder.count("signalMatrixGetResolutionResult"), queued + 1);
+    w->disconnectMatrix(back);
+    w->finishPendingAndStop();
+    QTRY_VERIFY_WITH_TIMEOUT(w->isFinished(), scaled(5000));
+    QVERIFY(w->registeredHandles().isEmpty());
+}

@@ -1,0 +1,273 @@
+#include "TestWorkerFiles.h"
+
+#include "MatrixSdkWorker.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QtTest>
+
+using namespace kvms_matrix;
+
+namespace {
+
+MatrixInfo decoder(int type, const QString& id, const QString& ip)
+{
+    MatrixInfo info;
+    info.type = type;
+    info.id = id;
+    info.ip = ip;
+    info.port = 9000;
+    info.nvr_port = 7;
+    info.manager_port = 8000;
+    info.username = QStringLiteral("admin");
+    info.password = QString::fromUtf8("p\xC3\xA4ss\"w");
+    info.status = 1;
+    info.screenCnt = 4;
+    info.connect_state = 2;
+    info.version = QStringLiteral("V1.2");
+    return info;
+}
+
+// The JSON of decoder(2, "u1", "127.0.0.2") with keys in the compact writer's order.
+const QByteArray kTenKeys = R"({"id":"u1","ip":"127.0.0.2","manager_port":8000,"nvr_port":7,)"
+                            R"("password":"p)"
+                            "\xC3\xA4"
+                            R"(ss\"w","port":9000,"status":1,"type":2,"username":"admin","version":"V1.2"})";
+
+enum Reader { MatrixList, DecoderList, WallList };
+
+// "key=id" of every decoder read, "key=main_decoder_ip" of every wall.
+QStringList entriesRead(Reader reader)
+{
+    QStringList entries;
+    if (reader == WallList) {
+        const auto walls = MatrixSdkWorker::getMatrixFromJson();
+        for (auto it = walls.begin(); it != walls.end(); ++it)
+            entries << it.key() + QLatin1Char('=') + it->main_decoder_ip;
+        return entries;
+    }
+    const auto decoders
+        = reader == MatrixList ? MatrixSdkWorker::getAllOneMatrixFromJson() : MatrixSdkWorker::getDecoderFromJson();
+    for (auto it = decoders.begin(); it != decoders.end(); ++it)
+        entries << it.key() + QLatin1Char('=') + it->id;
+    return entries;
+}
+
+const char* fileOf(Reader reader)
+{
+    return reader == MatrixList ? "matrixConfig.json"
+        : reader == DecoderList ? "decoderConfig.json"
+                                : "tvWallConfig.json";
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(Reader)
+
+void TestWorkerFiles::decoderListRoundTrip_data()
+{
+    QTest::addColumn<bool>("decoderFile");
+    QTest::addColumn<QString>("fileName");
+    QTest::addColumn<QByteArray>("expectedText");
+
+    QByteArray twelve = kTenKeys;
+    twelve.replace(R"("port":9000,)", R"("port":9000,"screenCnt":4,)");
+    twelve.replace(R"("id":"u1",)", R"("connect_state":2,"id":"u1",)");
+    QTest::newRow("matrixConfig.json") << false << "matrixConfig.json"
+                                       << QByteArray(R"({"matrixList":[)" + kTenKeys + "]}");
+    QTest::newRow("decoderConfig.json") << true << "decoderConfig.json"
+                                        << QByteArray(R"({"matrixList":[)" + twelve + "]}");
+}
+
+void TestWorkerFiles::decoderListRoundTrip()
+{
+    QFETCH(bool, decoderFile);
+    QFETCH(QString, fileName);
+    QFETCH(QByteArray, expectedText);
+
+    const MatrixInfo written = decoder(2, QStringLiteral("u1"), QStringLiteral("127.0.0.2"));
+    decoderFile ? MatrixSdkWorker::addDecoderToJson({ written }) : MatrixSdkWorker::addAllOneMatrixToJson({ written });
+    QCOMPARE(contentOf(fileName), expectedText);
+
+    // Read back and written again, the text is the same: every field survives the reader.
+    const QMap<QString, MatrixInfo> read
+        = decoderFile ? MatrixSdkWorker::getDecoderFromJson() : MatrixSdkWorker::getAllOneMatrixFromJson();
+    QCOMPARE(read.keys(), QStringList { QStringLiteral("127.0.0.2") });
+    decoderFile ? MatrixSdkWorker::addDecoderToJson(read.values())
+                : MatrixSdkWorker::addAllOneMatrixToJson(read.values());
+    QCOMPARE(contentOf(fileName), expectedText);
+}
+
+void TestWorkerFiles::readLists_data()
+{
+    QTest::addColumn<Reader>("reader");
+    QTest::addColumn<QByteArray>("text"); // null: no file
+    QTest::addColumn<QStringList>("expected");
+
+    const QStringList none;
+    const QByteArray one = R"({"ip":"127.0.0.2","id":"a","name":"w1","main_decoder_ip":"a"})";
+    for (Reader reader : { MatrixList, DecoderList, WallList }) {
+        const QString key = reader == WallList ? QStringLiteral("w1") : QStringLiteral("127.0.0.2");
+        auto row = [&](const char* what) -> QTestData& {
+            return QTest::newRow(qPrintable(QStringLiteral("%1: %2").arg(fileOf(reader), what))) << reader;
+        };
+        row("missing file") << QByteArray() << none;
+        row("empty file") << QByteArray("") << none;
+        row("truncated") << QByteArray(R"({"matrixList":[)" + one) << none;
+        row("trailing garbage") << QByteArray(R"({"matrixList":[)" + one + "]}]}") << none;
+        row("top-level array") << QByteArray("[" + one + "]") << none;
+        row("list not an array") << QByteArray(R"({"matrixList":)" + one + "}") << none;
+        row("element not an object") << QByteArray(R"({"matrixList":[5]})") << QStringList { QStringLiteral("=") };
+        row("valid") << QByteArray(R"({"matrixList":[)" + one + "]}") << QStringList { key + QStringLiteral("=a") };
+    }
+    // The same decoder (or wall name) twice: the later entry wins.
+    const QByteArray twice = R"({"matrixList":[{"ip":"127.0.0.2","id":"first"},{"ip":"127.0.0.3","id":"other"},)"
+                             R"({"ip":"127.0.0.2","id":"second"}]})";
+    QTest::newRow("matrix: duplicate ip")
+        << MatrixList << twice << QStringList { QStringLiteral("127.0.0.2=second"), QStringLiteral("127.0.0.3=other") };
+    QTest::newRow("decoder: duplicate ip")
+        << DecoderList << twice
+        << QStringList { QStringLiteral("127.0.0.2=second"), QStringLiteral("127.0.0.3=other") };
+    QTest::newRow("wall: duplicate name")
+        << WallList
+        << QByteArray(
+               R"({"matrixList":[{"name":"hall","main_decoder_ip":"first"},{"name":"side","main_decoder_ip":"first"},)"
+               R"({"name":"hall","main_decoder_ip":"second"}]})")
+        << QStringList { QStringLiteral("hall=second"), QStringLiteral("side=first") };
+    QTest::newRow("directory in the file's place") << MatrixList << QByteArray("<dir>") << none;
+}
+
+void TestWorkerFiles::readLists()
+{
+    QFETCH(Reader, reader);
+    QFETCH(QByteArray, text);
+    QFETCH(QStringList, expected);
+    if (text == "<dir>")
+        QVERIFY(QDir().mkdir(fileOf(reader)));
+    else if (!text.isNull())
+        writeText(fileOf(reader), text);
+    QCOMPARE(entriesRead(reader), expected);
+}
+
+void TestWorkerFiles::mistypedKeysReadAsZero()
+{
+    writeText("decoderConfig.json",
+        R"({"matrixList":[{"ip":"127.0.0.2","type":"7","port":"9000","manager_port":8000.5,"nvr_port":null,)"
+        R"("username":5,"password":["x"],"status":true,"screenCnt":{},"connect_state":3,"version":1.5}]})");
+    const MatrixInfo info = MatrixSdkWorker::getDecoderFromJson().value(QStringLiteral("127.0.0.2"));
+    QCOMPARE(info.ip, QStringLiteral("127.0.0.2"));
+    // Missing and mistyped keys give 0 and "", not the record's defaults (-1, U+FFFF).
+    QCOMPARE(info.type, 0);
+    QCOMPARE(info.id, QString());
+    QCOMPARE(info.port, 0);
+    QCOMPARE(info.nvr_port, 0);
+    QCOMPARE(info.username, QString());
+    QCOMPARE(info.password, QString());
+    QCOMPARE(info.status, 0);
+    QCOMPARE(info.screenCnt, 0);
+    QCOMPARE(info.connect_state, 3);
+    QCOMPARE(info.version, QString());
+}
+
+void TestWorkerFiles::listWriteDropsLastConnected()
+{
+    MatrixSdkWorker::writeMatrixLastConnectedInfoToJson(decoder(2, QStringLiteral("u1"), QStringLiteral("127.0.0.2")));
+    QCOMPARE(contentOf("matrixConfig.json"), QByteArray(R"({"lastConnectedMatrixInfo":)" + kTenKeys + "}"));
+    QCOMPARE(MatrixSdkWorker::readMatrixLastConnectedInfoFromJson().ip, QStringLiteral("127.0.0.2"));
+
+    MatrixSdkWorker::addAllOneMatrixToJson({ decoder(2, QStringLiteral("u1"), QStringLiteral("127.0.0.2")) });
+    QCOMPARE(contentOf("matrixConfig.json"), QByteArray(R"({"matrixList":[)" + kTenKeys + "]}"));
+    const MatrixInfo last = MatrixSdkWorker::readMatrixLastConnectedInfoFromJson();
+    QCOMPARE(last.ip, QString());
+    QCOMPARE(last.type, 0); // the member is gone, so every field reads as a missing key
+}
+
+void TestWorkerFiles::lastConnectedKeepsListAndLeavesOldTail()
+{
+    const QByteArray list = R"({"matrixList":[)" + kTenKeys + "]}";
+    MatrixSdkWorker::addAllOneMatrixToJson({ decoder(2, QStringLiteral("u1"), QStringLiteral("127.0.0.2")) });
+
+    MatrixSdkWorker::writeMatrixLastConnectedInfoToJson(
+        decoder(2, QStringLiteral("a-rather-long-identifier"), QStringLiteral("127.0.0.2")));
+    QByteArray longLast = kTenKeys;
+    longLast.replace(R"("u1")", R"("a-rather-long-identifier")");
+    const QByteArray full = R"({"lastConnectedMatrixInfo":)" + longLast + R"(,"matrixList":[)" + kTenKeys + "]}";
+    QCOMPARE(contentOf("matrixConfig.json"), full);
+    QCOMPARE(MatrixSdkWorker::getAllOneMatrixFromJson().size(), 1);
+
+    // A shorter text is written over the start; the rest of the old text stays behind it.
+    MatrixSdkWorker::writeMatrixLastConnectedInfoToJson(decoder(2, QStringLiteral("u1"), QStringLiteral("127.0.0.2")));
+    const QByteArray shorter = R"({"lastConnectedMatrixInfo":)" + kTenKeys + R"(,"matrixList":[)" + kTenKeys + "]}";
+    QCOMPARE(contentOf("matrixConfig.json"), shorter + full.mid(shorter.size()));
+
+    // The file no longer parses: the list reads empty and the next write starts from nothing.
+    QVERIFY(MatrixSdkWorker::getAllOneMatrixFromJson().isEmpty());
+    QCOMPARE(MatrixSdkWorker::readMatrixLastConnectedInfoFromJson().ip, QString());
+    const QByteArray broken = contentOf("matrixConfig.json");
+    MatrixSdkWorker::writeMatrixLastConnectedInfoToJson(decoder(2, QStringLiteral("u1"), QStringLiteral("127.0.0.2")));
+    const QByteArray alone = R"({"lastConnectedMatrixInfo":)" + kTenKeys + "}";
+    QCOMPARE(contentOf("matrixConfig.json"), alone + broken.mid(alone.size()));
+
+    // A list write truncates and so repairs the file.
+    MatrixSdkWorker::addAllOneMatrixToJson({ decoder(2, QStringLiteral("u1"), QStringLiteral("127.0.0.2")) });
+    QCOMPARE(contentOf("matrixConfig.json"), list);
+}
+
+void TestWorkerFiles::lastConnectedDefaults_data()
+{
+    QTest::addColumn<QByteArray>("text"); // null: no file
+    QTest::addColumn<int>("type");
+    QTest::addColumn<QString>("id");
+
+    QTest::newRow("no file: default record") << QByteArray() << -1 << QString(QChar(0xFFFF));
+    QTest::newRow("no member: fields from missing keys") << QByteArray(R"({"matrixList":[]})") << 0 << QString();
+    QTest::newRow("unparsable") << QByteArray(R"({"lastConnectedMatrixInfo":{"type":3)") << 0 << QString();
+    QTest::newRow("member present") << QByteArray(R"({"lastConnectedMatrixInfo":{"type":3,"id":"x","ip":"h"}})") << 3
+                                    << "x";
+}
+
+void TestWorkerFiles::lastConnectedDefaults()
+{
+    QFETCH(QByteArray, text);
+    QFETCH(int, type);
+    QFETCH(QString, id);
+    if (!text.isNull())
+        writeText("matrixConfig.json", text);
+    const MatrixInfo info = MatrixSdkWorker::readMatrixLastConnectedInfoFromJson();
+    QCOMPARE(info.type, type);
+    QCOMPARE(info.id, id);
+    QCOMPARE(info.username, QString());
+    QCOMPARE(info.password, QString());
+}
+
+void TestWorkerFiles::tvWallRoundTrip()
+{
+    TvWallManagement hall;
+    hall.name = QString::fromUtf8("Hall \xE5\xA4\xA7");
+    hall.main_decoder_ip = QStringLiteral("127.0.0.2");
+    hall.row = 2;
+    hall.column = 3;
+    hall.main_type = 1;
+    MatrixInfo second = decoder(4, QStringLiteral("ignored"), QStringLiteral("127.0.0.3"));
+    second.location = 5;
+    hall.second_ip = { second };
+    TvWallManagement side; // same main decoder, another wall
+    side.name = QStringLiteral("side");
+    side.main_decoder_ip = QStringLiteral("127.0.0.2");
+
+    const QByteArray expected
+        = R"({"matrixList":[{"column":3,"main_decoder_ip":"127.0.0.2","main_type":1,"name":"Hall )"
+          "\xE5\xA4\xA7"
+          R"(","row":2,"second_ip":[{"ip":"127.0.0.3","location":5,"type":4}]},)"
+          R"({"column":0,"main_decoder_ip":"127.0.0.2","main_type":0,"name":"side","row":0,"second_ip":[]}]})";
+    MatrixSdkWorker::addMatrixToJson({ hall, side });
+    QCOMPARE(contentOf("tvWallConfig.json"), expected);
+
+    // Keyed by name, so two walls on one main decoder both come back; written again, same text.
+    const QMap<QString, TvWallManagement> walls = MatrixSdkWorker::getMatrixFromJson();
+    QCOMPARE(walls.keys(), (QStringList { hall.name, side.name }));
+    QCOMPARE(walls.first().second_ip.first().id, QString(QChar(0xFFFF))); // only ip, location, type stored
+    MatrixSdkWorker::addMatrixToJson(walls.values());
+    QCOMPARE(contentOf("tvWallConfig.json"), expected);
+}

@@ -1,0 +1,172 @@
+#include "TestWorkerFiles.h"
+
+#include "CMatrixSDK.h"
+#include "ErrorTexts.h"
+#include "LogInfo.h"
+#include "MatrixInfo.h"
+#include "MatrixSdkWorker.h"
+#include "SdkCallLog.h"
+
+#include <QCoreApplication>
+#include <QRegularExpression>
+#include <QtTest>
+
+using namespace kvms_matrix;
+
+void TestWorkerFiles::copiesShareTheConnection()
+{
+    const CMHANDLE sdkHandle = CMatrix_Create();
+    QVERIFY(sdkHandle);
+    auto copy = std::make_unique<MatrixInfo>();
+    {
+        MatrixInfo original;
+        original.connection.reset(new CSharedHandle(sdkHandle));
+        *copy = original;
+    }
+    // The copy still holds the connection: the SDK handle is alive.
+    QCOMPARE(CMatrix_SetTimeout(sdkHandle, 1000), CMATRIX_OK);
+    QCOMPARE(copy->connection->handle(), sdkHandle);
+    copy.reset();
+    // The last holder is gone: the SDK connection was destroyed with it.
+    QCOMPARE(CMatrix_SetTimeout(sdkHandle, 1000), CMATRIX_ERR_INVALID_HANDLE);
+}
+
+void TestWorkerFiles::errorTable_data()
+{
+    QTest::addColumn<QByteArray>("xml"); // empty: no file at all
+    QTest::addColumn<int>("code");
+    QTest::addColumn<QString>("expected");
+
+    const QByteArray table = R"(<?xml version="1.0" encoding="UTF-8"?>
+<ErrorCodeInfo>
+  <ErrorCode CodeValue="0" ErrorDescripZH="Success"/>
+  <ErrorCode CodeValue="-7" ErrorDescripZH="Incorrect user name or password"/>
+  <ErrorCode CodeValue="-7" ErrorDescripZH="second entry of the same code"/>
+  <Other CodeValue="-8" ErrorDescripZH="under another name"/>
+  <ErrorCode CodeValue="-9"/>
+  <ErrorCode ErrorDescripZH="no code value"/>
+  <Group><ErrorCode CodeValue="-10" ErrorDescripZH="nested"/></Group>
+</ErrorCodeInfo>
+)";
+    QTest::newRow("match") << table << -7 << "Incorrect user name or password";
+    QTest::newRow("success") << table << 0 << "Success";
+    QTest::newRow("unknown code") << table << -99 << "-99";
+    QTest::newRow("sibling of another name") << table << -8 << "under another name";
+    QTest::newRow("entry without text") << table << -9 << "";
+    QTest::newRow("nested entry not walked") << table << -10 << "-10";
+    QTest::newRow("code 0 with no entry")
+        << QByteArray(R"(<T><ErrorCode CodeValue="1" ErrorDescripZH="one"/></T>)") << 0 << "0";
+    QTest::newRow("walk starts at first ErrorCode") << QByteArray(
+        R"(<T><Other CodeValue="-3" ErrorDescripZH="x"/><ErrorCode CodeValue="1" ErrorDescripZH="y"/></T>)")
+                                                    << -3 << "-3";
+    QTest::newRow("missing file") << QByteArray() << -7 << "-7";
+    QTest::newRow("broken xml") << QByteArray(R"(<T><ErrorCode CodeValue="-7" ErrorDescripZH="x"/>)") << -7 << "-7";
+    QTest::newRow("not xml") << QByteArray("ErrorCode -7 = x") << -7 << "-7";
+}
+
+void TestWorkerFiles::errorTable()
+{
+    QFETCH(QByteArray, xml);
+    QFETCH(int, code);
+    QFETCH(QString, expected);
+    const QString path = m_dir->filePath(QStringLiteral("table.xml"));
+    if (!xml.isEmpty())
+        writeText(path, xml);
+    QCOMPARE(ErrorTexts::describe(code, path), expected);
+}
+
+void TestWorkerFiles::shippedErrorTableMatchesSdk()
+{
+    // The table is copied beside the programs by the build; the test runs from there too.
+    QVERIFY(QFile::exists(QCoreApplication::applicationDirPath() + QStringLiteral("/ErrorCodeInfo.xml")));
+    const CMatrixErrorInfo* table = nullptr;
+    const int count = CMatrix_GetErrorTable(&table);
+    QVERIFY(count > 0 && table);
+    for (int i = 0; i < count; ++i)
+        QCOMPARE(MatrixSdkWorker::getErrorInfo(table[i].code), QString::fromUtf8(table[i].description));
+    QCOMPARE(MatrixSdkWorker::getErrorInfo(-100000), QStringLiteral("-100000"));
+}
+
+void TestWorkerFiles::loginError_data()
+{
+    QTest::addColumn<QByteArray>("text"); // null: a null pointer is passed
+    QTest::addColumn<ConnectErrorMsgInfo>("expected");
+
+    // Every row starts from this record, so "left as it is" and "only the code" can be told apart.
+    const ConnectErrorMsgInfo old { QStringLiteral("old"), 9, 9, 9, 9 };
+    auto with = [&](const char* code, int errNum, int sumNum, int lockTime, int unlockTime) {
+        return ConnectErrorMsgInfo { QString::fromLatin1(code), errNum, sumNum, lockTime, unlockTime };
+    };
+
+    QTest::newRow("wrong password") << QByteArray(
+        R"({"ERRCODE":"PASSWDERR","PARAM":{"ERRNUM":2,"SUMNUM":5,"LOCKTIME":300}})")
+                                    << with("PASSWDERR", 2, 5, 5, 9);
+    QTest::newRow("lock time 119 s is 1 min")
+        << QByteArray(R"({"ERRCODE":"PASSWDERR","PARAM":{"ERRNUM":1,"SUMNUM":3,"LOCKTIME":119}})")
+        << with("PASSWDERR", 1, 3, 1, 9);
+    QTest::newRow("wrong password, empty PARAM")
+        << QByteArray(R"({"ERRCODE":"PASSWDERR","PARAM":{}})") << with("PASSWDERR", 9, 9, 9, 9);
+    QTest::newRow("locked") << QByteArray(R"({"ERRCODE":"USERLOCK","PARAM":{"UNLOCKTIME":125}})")
+                            << with("USERLOCK", 9, 9, 9, 125);
+    QTest::newRow("locked, empty PARAM") << QByteArray(R"({"ERRCODE":"USERLOCK","PARAM":{}})")
+                                         << with("USERLOCK", 9, 9, 9, 9);
+    QTest::newRow("locked ignores attempt counts")
+        << QByteArray(R"({"ERRCODE":"USERLOCK","PARAM":{"ERRNUM":4,"UNLOCKTIME":7}})") << with("USERLOCK", 9, 9, 9, 7);
+    QTest::newRow("other code") << QByteArray(R"({"ERRCODE":"NOUSER","PARAM":{"ERRNUM":4,"UNLOCKTIME":7}})")
+                                << with("NOUSER", 9, 9, 9, 9);
+    QTest::newRow("empty object") << QByteArray("{}") << old;
+    QTest::newRow("truncated") << QByteArray(R"({"ERRCODE":"PASSWDERR","PARAM":{"ERRNUM":2)") << old;
+    QTest::newRow("null pointer") << QByteArray() << old;
+}
+
+void TestWorkerFiles::loginError()
+{
+    QFETCH(QByteArray, text);
+    QFETCH(ConnectErrorMsgInfo, expected);
+    ConnectErrorMsgInfo info { QStringLiteral("old"), 9, 9, 9, 9 };
+    MatrixSdkWorker::parseConnectErrorMsg(text.isNull() ? nullptr : text.constData(), info);
+    QCOMPARE(info.errCode, expected.errCode);
+    QCOMPARE(info.errNum, expected.errNum);
+    QCOMPARE(info.sumNum, expected.sumNum);
+    QCOMPARE(info.lockTime, expected.lockTime);
+    QCOMPARE(info.unlockTime, expected.unlockTime);
+}
+
+void TestWorkerFiles::callLog_data()
+{
+    QTest::addColumn<int>("kind");
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<int>("value");
+    QTest::addColumn<QString>("expected"); // the logged text after the log's own stamp; TIME: the local time
+
+    QTest::newRow("call") << 0 << QByteArray("CMatrix_Connect") << -5 << "{ funcName = CMatrix_Connect , ret = -5 }";
+    QTest::newRow("event, two blanks") << 1 << QByteArray("matrixConnectStatusCallback") << 0
+                                       << "{ funcName = matrixConnectStatusCallback  , event = 0 }";
+    QTest::newRow("call with time") << 2 << QByteArray("CMatrix_StopMediaDistribute") << -3
+                                    << "{ funcName = CMatrix_StopMediaDistribute , ret = -3 , time = TIME }";
+    QTest::newRow("name holding a placeholder") << 0 << QByteArray("f%2") << 7 << "{ funcName = f%2 , ret = 7 }";
+}
+
+void TestWorkerFiles::callLog()
+{
+    QFETCH(int, kind);
+    QFETCH(QByteArray, name);
+    QFETCH(int, value);
+    QFETCH(QString, expected);
+
+    const QString logPath = m_dir->filePath(QStringLiteral("sdk.log"));
+    vms_sdk::set_log_file(logPath);
+    if (kind == 0)
+        SdkCallLog::call(name.constData(), value);
+    else if (kind == 1)
+        SdkCallLog::event(name.constData(), value);
+    else
+        SdkCallLog::callAt(name.constData(), value);
+    vms_sdk::set_log_file(QString());
+
+    const QString time = QStringLiteral("\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d");
+    const QRegularExpression line(QLatin1Char('^') + time + QStringLiteral("\\.\\d{3} ")
+        + QRegularExpression::escape(expected).replace(QStringLiteral("TIME"), time) + QStringLiteral("\n$"));
+    const QString text = QString::fromUtf8(contentOf(logPath));
+    QVERIFY2(line.match(text).hasMatch(), qPrintable(text));
+}
