@@ -53,8 +53,8 @@ public:
     // Tasks waiting, read without the queue lock (a hint, as the loop itself uses it).
     int pendingTaskCount() const { return m_pendingCount.load(std::memory_order_acquire); }
     bool isWorkerRunning() const { return m_running.load(); }
-    // Clears the running flag: the thread carries out what is queued and then ends. Nothing
-    // but a later connectMatrix starts it again.
+    // Clears the running flag: the thread carries out what is queued and then ends. Only a
+    // later connectMatrix (or searchMatrix) starts it again.
     void finishPendingAndStop();
 
     // Called on the worker thread right before each dequeued task is dispatched, whatever its

@@ -25,6 +25,7 @@ int wrongLogin(const vdec::VirtualDecoder* decoder)
 } // namespace
 
 Q_DECLARE_METATYPE(Loss)
+Q_DECLARE_METATYPE(kvmstest::DecoderFixture::Tweak)
 
 void TestWorker::connectingTwiceReplacesTheRegistryEntry()
 {
@@ -67,55 +68,47 @@ void TestWorker::connectingTwiceReplacesTheRegistryEntry()
 
 void TestWorker::failedLoginReportsBothSignals_data()
 {
+    using Tweak = kvmstest::DecoderFixture::Tweak;
     QTest::addColumn<int>("host");
-    QTest::addColumn<int>("maxFailed");
-    QTest::addColumn<int>("lockSeconds");
-    QTest::addColumn<bool>("factoryNew");
+    QTest::addColumn<Tweak>("tweak");
     QTest::addColumn<int>("wrongLoginsFirst");
     QTest::addColumn<bool>("stopFirst");
     QTest::addColumn<QString>("password");
     QTest::addColumn<int>("ret");
-    QTest::addColumn<QString>("errCode");
-    QTest::addColumn<int>("errNum");
-    QTest::addColumn<int>("sumNum");
-    QTest::addColumn<int>("lockTime");
-    QTest::addColumn<bool>("unlockTimeGiven");
+    QTest::addColumn<ConnectErrorMsgInfo>("expected"); // unlockTime 1: any time above 0
 
+    const auto lockOut = [](int attempts, int seconds) {
+        return Tweak([=](vdec::DecoderConfig& c) {
+            c.maxFailedLogins = attempts;
+            c.lockSeconds = seconds;
+        });
+    };
     // Lock time in seconds turns into whole minutes: 119 s is 1 minute.
-    QTest::newRow("wrong password") << 140 << 3 << 119 << false << 0 << false << "wrong" << CMATRIX_ERR_PASSWORD
-                                    << "PASSWDERR" << 1 << 3 << 1 << false;
-    QTest::newRow("second wrong password") << 141 << 3 << 600 << false << 1 << false << "wrong" << CMATRIX_ERR_PASSWORD
-                                           << "PASSWDERR" << 2 << 3 << 10 << false;
-    QTest::newRow("locked account") << 142 << 1 << 600 << false << 1 << false << "admin123" << CMATRIX_ERR_USER_LOCKED
-                                    << "USERLOCK" << 0 << 0 << 0 << true;
-    QTest::newRow("not activated") << 143 << 5 << 600 << true << 0 << false << "admin123" << CMATRIX_ERR_NOT_ACTIVATED
-                                   << "DEVNOACTIVE" << 0 << 0 << 0 << false;
-    QTest::newRow("nobody listening") << 144 << 5 << 600 << false << 0 << true << "admin123" << CMATRIX_ERR_CONNECT
-                                      << "" << 0 << 0 << 0 << false;
+    QTest::newRow("wrong password") << 140 << lockOut(3, 119) << 0 << false << "wrong" << CMATRIX_ERR_PASSWORD
+                                    << ConnectErrorMsgInfo { "PASSWDERR", 1, 3, 1, 0 };
+    QTest::newRow("second wrong password") << 141 << lockOut(3, 600) << 1 << false << "wrong" << CMATRIX_ERR_PASSWORD
+                                           << ConnectErrorMsgInfo { "PASSWDERR", 2, 3, 10, 0 };
+    QTest::newRow("locked account") << 142 << lockOut(1, 600) << 1 << false << "admin123" << CMATRIX_ERR_USER_LOCKED
+                                    << ConnectErrorMsgInfo { "USERLOCK", 0, 0, 0, 1 };
+    QTest::newRow("not activated") << 143 << Tweak([](vdec::DecoderConfig& c) { c.factoryNew = true; }) << 0 << false
+                                   << "admin123" << CMATRIX_ERR_NOT_ACTIVATED
+                                   << ConnectErrorMsgInfo { "DEVNOACTIVE", 0, 0, 0, 0 };
+    QTest::newRow("nobody listening") << 144 << Tweak() << 0 << true << "admin123" << CMATRIX_ERR_CONNECT
+                                      << ConnectErrorMsgInfo {};
 }
 
 void TestWorker::failedLoginReportsBothSignals()
 {
     QFETCH(int, host);
-    QFETCH(int, maxFailed);
-    QFETCH(int, lockSeconds);
-    QFETCH(bool, factoryNew);
+    QFETCH(kvmstest::DecoderFixture::Tweak, tweak);
     QFETCH(int, wrongLoginsFirst);
     QFETCH(bool, stopFirst);
     QFETCH(QString, password);
     QFETCH(int, ret);
-    QFETCH(QString, errCode);
-    QFETCH(int, errNum);
-    QFETCH(int, sumNum);
-    QFETCH(int, lockTime);
-    QFETCH(bool, unlockTimeGiven);
+    QFETCH(ConnectErrorMsgInfo, expected);
 
     MatrixSdkWorker* w = worker();
-    vdec::VirtualDecoder* d = startDecoder(host, [&](vdec::DecoderConfig& c) {
-        c.maxFailedLogins = maxFailed;
-        c.lockSeconds = lockSeconds;
-        c.factoryNew = factoryNew;
-    });
+    vdec::VirtualDecoder* d = startDecoder(host, tweak);
     QVERIFY(d);
     for (int i = 0; i < wrongLoginsFirst; ++i)
         QCOMPARE(wrongLogin(d), CMATRIX_ERR_PASSWORD);
@@ -133,7 +126,6 @@ void TestWorker::failedLoginReportsBothSignals()
 
     const QVariantList result = results.at(0);
     QCOMPARE(result.at(1).toInt(), ret);
-    QCOMPARE(result.at(2).toInt(), 0);
     QCOMPARE(result.at(3).value<void*>(), static_cast<void*>(&tag));
     const Handle handle = result.at(0).value<Handle>();
     QVERIFY(handle);
@@ -143,11 +135,11 @@ void TestWorker::failedLoginReportsBothSignals()
     QCOMPARE(error.at(0).toString(), d->address());
     QCOMPARE(error.at(2).value<void*>(), static_cast<void*>(&tag));
     const auto info = error.at(1).value<ConnectErrorMsgInfo>();
-    QCOMPARE(info.errCode, errCode);
-    QCOMPARE(info.errNum, errNum);
-    QCOMPARE(info.sumNum, sumNum);
-    QCOMPARE(info.lockTime, lockTime);
-    QCOMPARE(info.unlockTime > 0, unlockTimeGiven);
+    QCOMPARE(info.errCode, expected.errCode);
+    QCOMPARE(info.errNum, expected.errNum);
+    QCOMPARE(info.sumNum, expected.sumNum);
+    QCOMPARE(info.lockTime, expected.lockTime);
+    QCOMPARE(info.unlockTime > 0, expected.unlockTime > 0);
 }
 
 void TestWorker::lostDecoderIsReportedOnce_data()

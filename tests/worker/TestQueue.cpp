@@ -96,18 +96,6 @@ void TestWorker::everySignalCanBeQueued()
                 qPrintable(method.methodSignature() + " : " + method.parameterTypes().at(p)));
     }
     QCOMPARE(signalCount, 53);
-
-    // The names other parts of the client look the types up by.
-    const QList<QPair<const char*, int>> names = { { "MatrixInfoMap", qMetaTypeId<MatrixInfoMap>() },
-        { "MatrixInfoList", qMetaTypeId<MatrixInfoList>() }, { "UserData", qMetaTypeId<UserData>() },
-        { "MatrixWindowInfo", qMetaTypeId<MatrixWindowInfo>() }, { "MatrixSceneInfo", qMetaTypeId<MatrixSceneInfo>() },
-        { "MatrixLoopInfo", qMetaTypeId<MatrixLoopInfo>() },
-        { "MatrixSubWindowInfo", qMetaTypeId<MatrixSubWindowInfo>() },
-        { "ImageDataInfo", qMetaTypeId<ImageDataInfo>() }, { "CMHandle", qMetaTypeId<Handle>() },
-        { "MatrixBannerInfo", qMetaTypeId<MatrixBannerInfo>() }, { "DevPalyFile_t", qMetaTypeId<DevPlayFile_t>() },
-        { "DeviceAudioInfo_t", qMetaTypeId<DeviceAudioInfo_t>() } };
-    for (const auto& name : names)
-        QVERIFY2(QMetaType::type(name.first) == name.second, name.first);
 }
 
 void TestWorker::tasksWithoutHandlerAreDropped_data()

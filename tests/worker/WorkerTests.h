@@ -53,8 +53,6 @@ private slots:
     void lostDecoderIsReportedOnce();
 
     // TestMaintenance.cpp
-    void maintenanceWithoutConnection_data();
-    void maintenanceWithoutConnection();
     void resolution_data();
     void resolution();
     void passwordModify_data();
