@@ -25,8 +25,22 @@ namespace {
 constexpr double kFps = 25;
 constexpr double kSeconds = 5;
 
+// Picture decoding loads Qt's image plugins, which takes an application object.
+void ensureApplication()
+{
+    static int argc = 1;
+    static char name[] = "bench_decoder_ingest";
+    static char* argv[] = { name, nullptr };
+    if (!QCoreApplication::instance()) {
+        if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+            qputenv("QT_QPA_PLATFORM", "offscreen");
+        new QGuiApplication(argc, argv); // lives as long as the program
+    }
+}
+
 const QByteArray& sceneJpeg()
 {
+    ensureApplication();
     static const QByteArray jpeg = ScenePicture::jpeg();
     return jpeg;
 }
@@ -74,6 +88,7 @@ void BM_DecodePicture(benchmark::State& state)
 // fps 0: every sender sends as fast as it is answered.
 void ingest(benchmark::State& state, double fps)
 {
+    ensureApplication();
     const bool atShownSize = state.range(0) != 0;
     IngestRig rig(atShownSize);
     if (!rig.error().isEmpty()) {
@@ -117,14 +132,4 @@ BENCHMARK(BM_DecodePicture)->Arg(1)->Arg(0)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_IngestPaced)->Arg(1)->Arg(0)->Iterations(1)->UseRealTime()->Unit(benchmark::kSecond);
 BENCHMARK(BM_IngestFlatOut)->Arg(1)->Arg(0)->Iterations(1)->UseRealTime()->Unit(benchmark::kSecond);
 
-int main(int argc, char** argv)
-{
-    // Picture decoding loads Qt's image plugins, which takes an application object.
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QGuiApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}
+BENCHMARK_MAIN();

@@ -84,7 +84,7 @@ private:
     StateFile file_;
     mutable PictureStore pictures_; // own lock: filled outside mutex_, pruned by snapshot()
     FrameIngest frames_;
-    LoopClock clock_; // last, so it stops before the state it turns goes
+    LoopClock clock_; // after the state it turns, so it stops before that state goes
     std::function<void()> rebootHook_;
     // After the clock: its upgrade thread installs firmware into the state above, so
     // it is stopped first.

@@ -2,6 +2,7 @@
 
 #include <QBuffer>
 #include <QImageReader>
+#include <QPainter>
 
 #include <algorithm>
 #include <climits>
@@ -35,9 +36,17 @@ bool PictureDecoder::decode(const uint8_t* data, size_t size, QSize shown, bool 
     QImage image;
     if (!reader.read(&image) || image.isNull())
         return false;
-    if (image.size() != kept)
-        image = image.scaled(kept, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    out = image;
+    if (image.size() == kept) {
+        out = image;
+        return true;
+    }
+    // Stretched to fill, as the sub-window shows it, and smoothly.
+    QImage scaled(kept, QImage::Format_RGB32);
+    QPainter painter(&scaled);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawImage(scaled.rect(), image);
+    painter.end();
+    out = scaled;
     return true;
 }
 
