@@ -1,5 +1,7 @@
 #pragma once
 
+#include "WireBuilders.h"
+
 #include "CMatrixSDK.h"
 #include "core/DecoderSnapshot.h"
 
@@ -11,7 +13,7 @@
 // Records and payloads the decoder tests send, and a readable form of the state.
 namespace wirerecords {
 
-MatrixWindow_t window(uint32_t id, int32_t x, int32_t y, int32_t w, int32_t h, bool floating = false);
+using kvmstest::window;
 // Every byte set, reserved ones included, so a read-back proves the bytes were kept.
 DeviceInfo_t source(int32_t subWindow, const char* devId, int32_t channel = 1);
 ScreenInfo_t screen(int32_t position, const char* name);

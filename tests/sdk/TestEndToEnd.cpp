@@ -4,6 +4,7 @@
 #include "SdkClient.h"
 #include "SdkTests.h"
 #include "TestTimeout.h"
+#include "WireBuilders.h"
 
 #include <QElapsedTimer>
 #include <QJsonDocument>
@@ -17,6 +18,7 @@
 
 using namespace cmatrix::wire;
 using kvmstest::scaled;
+using kvmstest::window;
 
 using FaultSetup = std::function<void(vdec::VirtualDecoder&)>;
 Q_DECLARE_METATYPE(FaultSetup)
@@ -35,18 +37,6 @@ int loginTo(SdkClient& client, const vdec::VirtualDecoder* d, const char* passwo
 {
     return CMatrix_Connect(
         client.handle(), d->address().toLatin1().constData(), d->port(), "admin", password, scaled(3000));
-}
-
-MatrixWindow_t window(uint32_t id, int x, int y, int w, int h, bool floating = false)
-{
-    MatrixWindow_t r {};
-    r.id = id;
-    r.floating = floating ? 1 : 0;
-    r.x = x;
-    r.y = y;
-    r.w = w;
-    r.h = h;
-    return r;
 }
 
 DeviceInfo_t source(int subWindow, const char* devId)

@@ -4,18 +4,6 @@
 
 namespace wallrecords {
 
-MatrixWindow_t window(uint32_t id, int x, int y, int w, int h, bool floating)
-{
-    MatrixWindow_t r {};
-    r.id = id;
-    r.floating = floating ? 1 : 0;
-    r.x = x;
-    r.y = y;
-    r.w = w;
-    r.h = h;
-    return r;
-}
-
 DeviceInfo_t source(int subWindow, const char* devId)
 {
     DeviceInfo_t d {};

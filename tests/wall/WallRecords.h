@@ -1,5 +1,7 @@
 #pragma once
 
+#include "WireBuilders.h"
+
 #include "CMatrixSDK.h"
 #include "core/DecoderSnapshot.h"
 
@@ -21,7 +23,7 @@ template <class Record> QByteArray bytesOf(const Record& record)
     return QByteArray(reinterpret_cast<const char*>(&record), int(sizeof record));
 }
 
-MatrixWindow_t window(uint32_t id, int x, int y, int w, int h, bool floating = false);
+using kvmstest::window;
 DeviceInfo_t source(int subWindow, const char* devId);
 SchemeInfo_t scheme(uint32_t id, const char* name, uint32_t interval, int32_t kind = 4);
 SchemeDevice_t schemeSource(const char* devId, const char* protocolName = "kst1.0");
