@@ -1,6 +1,7 @@
 // MatrixSdkWorker: construction, the task queue and the worker loop.
 #include "MatrixSdkWorker.h"
 
+#include "KovCapThread.h"
 #include "SyncLocker.h"
 #include "UpdateContext.h"
 
@@ -11,6 +12,7 @@ namespace kvms_matrix {
 
 MatrixSdkWorker::MatrixSdkWorker(QObject* parent)
     : KCOMMON::KThread(parent)
+    , m_capThread(new KovCapThread(this))
 {
     init();
 }
@@ -19,6 +21,8 @@ MatrixSdkWorker::~MatrixSdkWorker()
 {
     // The loop only ends on an empty queue with the flag cleared; KThread's own stop would wait
     // forever on a loop that is still told to run.
+    m_capThread->stop();
+    m_capThread->wait(); // it calls back into this object
     m_running.store(false);
     wait();
 }

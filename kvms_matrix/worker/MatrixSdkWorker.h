@@ -11,13 +11,16 @@
 #include "MatrixSubWindowInfo.h"
 #include "MatrixType.h"
 #include "MatrixWindowInfo.h"
+#include "MediaDistributeEntry.h"
 #include "SdkMetaTypes.h"
 #include "TvWallManagement.h"
 #include "UserData.h"
+#include "VideoStreamInfo.h"
 #include "WorkerTaskParam.h"
 
 #include "KThread.h"
 
+#include <QColor>
 #include <QDateTime>
 #include <QList>
 #include <QMap>
@@ -29,10 +32,12 @@
 #include <atomic>
 #include <map>
 #include <memory>
+#include <utility>
 
 namespace kvms_matrix {
 
 struct UpdateContext;
+class KovCapThread;
 
 // The one object through which the module talks to decoders. Public operations only append a
 // task to the queue and return; the worker's thread runs the tasks first in, first out and
@@ -168,6 +173,72 @@ public:
     // The decoder's run log saved as a text file (same task kind as getLog, told apart by the path).
     void getRunLog(QSharedPointer<CSharedHandle> handle, const QString& path);
 
+    // ---- TV wall, SDK-level routines (tvwall/); run on the worker thread by the handlers --------
+    // Windows and layout (tvwall/MatrixSdkWorkerWindows.cpp, MatrixSdkWorkerLayout.cpp).
+    QList<MatrixWindowInfo> getMatrixWindowInfo(QSharedPointer<CSharedHandle> handle, int& rows, int& cols);
+    int addMatrixWindows(QSharedPointer<CSharedHandle> handle, int rows, int cols);
+    int addMatrixWindowInfo(QSharedPointer<CSharedHandle> handle, MatrixWindowInfo* window);
+    int removeMatrixWindow(QSharedPointer<CSharedHandle> handle, MatrixWindowInfo* window);
+    int setMatrixWindowSplit(QSharedPointer<CSharedHandle> handle, int windowId, int split);
+    // Sources (tvwall/MatrixSdkWorkerSources.cpp, MatrixSdkWorkerConversions.cpp).
+    QList<MatrixDeviceInfo> getDeviceInfo(QSharedPointer<CSharedHandle> handle, int windowId);
+    static QList<MatrixDeviceInfo> addEmptyDevice(QList<MatrixDeviceInfo> list, int count);
+    DeviceInfo_t convertRealDevice(MatrixDeviceInfo* device);
+    DeviceInfo_t convertEmptyDevice(int windowId, int subWindowId);
+    DeviceInfo_t convertDisplayDevice(
+        QSharedPointer<CSharedHandle> handle, MatrixDeviceInfo* device, int windowId, int subWindowId, int windowType);
+    DeviceInfo_t convertDisplayPicDevice(QSharedPointer<CSharedHandle> handle, MatrixDeviceInfo* device, int windowId);
+    DeviceInfo_t convertHdmiDevice(int input);
+    DeviceInfo_t convertUsbDevice(QString path);
+    DeviceInfo_t convertRtspDevice(MatrixDeviceInfo* device);
+    int getOnlyChannelId(QSharedPointer<CSharedHandle> handle);
+    bool hasThisRecordDev(QSharedPointer<CSharedHandle> handle, const QString& deviceId);
+    static QString xmlStringProcess(QByteArray text);
+    // Scenes (tvwall/MatrixSdkWorkerScenes.cpp).
+    QList<MatrixSceneInfo> getMatrixScenes(QSharedPointer<CSharedHandle> handle);
+    int saveMatrixScene(QSharedPointer<CSharedHandle> handle, int& sceneId, const QString& name);
+    int restoreMatrixScene(QSharedPointer<CSharedHandle> handle, int sceneId);
+    int removeMatrixScene(QSharedPointer<CSharedHandle> handle, int sceneId);
+    // Loops (tvwall/MatrixSdkWorkerLoops.cpp).
+    QList<MatrixLoopInfo> getMatrixLoops(QSharedPointer<CSharedHandle> handle);
+    int setMatrixLoopInfo(QSharedPointer<CSharedHandle> handle, MatrixLoopInfo* loop);
+    int removeMatrixLoopInfo(QSharedPointer<CSharedHandle> handle, int loopId);
+    int restoreMatrixLoop(QSharedPointer<CSharedHandle> handle, int windowId, MatrixLoopInfo* loop, int startIndex = 0);
+    int stopMatrixLoop(QSharedPointer<CSharedHandle> handle, int windowId);
+    // Banners (tvwall/MatrixSdkWorkerBanners.cpp). getBanner reads the "bannerinfo" mirror, not
+    // the decoder; mirrorDecoderBanner rewrites the mirror from a record the decoder gave;
+    // hideMatrixBanner sends the all-zero record and zeroes the mirrored rectangle on success.
+    MatrixBannerInfo getBanner(QSharedPointer<CSharedHandle> handle);
+    static quint32 transColorToUint(const QColor& color);
+    static QColor transUintToColor(quint32 word);
+    static void mirrorDecoderBanner(const BannerInfo_t& record);
+    int hideMatrixBanner(QSharedPointer<CSharedHandle> handle);
+    // HDMI input, device files, colour, audio (tvwall/MatrixSdkWorkerDeviceFiles.cpp ...).
+    // Synchronous, on the caller's thread.
+    bool getAudioStatusGet(const int& windowId, const int& subWindowId, QSharedPointer<CSharedHandle> handle);
+
+    // ---- screen capture and media distribution (media/MatrixSdkWorkerFrames.cpp) ------------
+    int sendDeviceDisplayFrame(
+        QSharedPointer<CSharedHandle> handle, int windowId, int channel, const QByteArray& jpeg, int width, int height);
+    int sendDeviceDisplayFrame(QSharedPointer<CSharedHandle> handle, int windowId, MatrixDeviceInfo* device);
+    int sendDeviceDisplayFrame(QSharedPointer<CSharedHandle> handle, int windowId, int channel, VideoStreamInfo* info,
+        char* data, int size, int frameKind);
+    void removeMdHandle(QSharedPointer<CSharedHandle> handle, int windowId, int subWindowId, int windowType);
+    void stopCaptureThread();
+    // Called by the display-device conversion after a successful CMatrix_StartMediaDistribute.
+    void addMdHandle(int windowId, int channel, const MediaDistributeEntry& entry);
+    // Called after binding a desktop source (type 4): starts or retargets the capture thread.
+    void startCaptureThread(QSharedPointer<CSharedHandle> handle, int windowId, int channel);
+    KovCapThread* captureThread() const { return m_capThread.get(); }
+    std::map<std::pair<int, int>, MediaDistributeEntry> mdRegistry() const;
+
+    // ---- discovery (worker/MatrixSdkWorkerDiscovery.cpp) ------------------------------------
+    // SDK discovery callback: one call per answer, one with isFinished at the end of a round.
+    static void searchMatrixCallback(bool isFinished, const DeviceInfo_t* device, void* user);
+    // The workstation's IPv4 addresses without "127.0." ones; false when they cannot be read.
+    static bool getIpLocalAddress(QStringList& list);
+    QMap<QString, MatrixInfo> foundMatrixMap() const;
+
     // SDK status callback: reports a lost connection through signalDisconnectStatus.
     static void matrixConnectStatusCallback(void* sdkHandle, int event, void* user);
     // SDK firmware-update callback: progress and, at the end, the result.
@@ -268,6 +339,49 @@ private:
     void doGetLog(const WorkerTaskParam& task);
     void* updateContext(int index);
 
+    // discovery and activation (worker/MatrixSdkWorkerDiscovery.cpp)
+    void doSearchMatrix(const WorkerTaskParam& task);
+    void doGetMatrixNetwork(const WorkerTaskParam& task);
+    void doSetMatrixNetwork(const WorkerTaskParam& task);
+    void doActiveDecoder(const WorkerTaskParam& task);
+
+    // windows, layout and sources (tvwall/)
+    void doGetWindowInfo(const WorkerTaskParam& task);
+    void doAddWindowInfo(const WorkerTaskParam& task);
+    void doRemoveWindow(const WorkerTaskParam& task);
+    void doGetLayout(const WorkerTaskParam& task);
+    void doSetLayout(const WorkerTaskParam& task);
+    void doCheckScreen(const WorkerTaskParam& task);
+    void doSetWindowSplit(const WorkerTaskParam& task);
+    void doClearWindow(const WorkerTaskParam& task);
+    void doSetFullWindow(const WorkerTaskParam& task);
+    void doSetWindowSignalSource(const WorkerTaskParam& task);
+    void doMoveFloatingWindow(const WorkerTaskParam& task);
+
+    // scenes, loops, banners, HDMI input, device files, colour, audio (tvwall/)
+    void doGetScene(const WorkerTaskParam& task);
+    void doSaveScene(const WorkerTaskParam& task);
+    void doRemoveScene(const WorkerTaskParam& task);
+    void doRestoreScene(const WorkerTaskParam& task);
+    void doModifyScene(const WorkerTaskParam& task);
+    void doGetLoopInfo(const WorkerTaskParam& task);
+    void doSetLoopInfo(const WorkerTaskParam& task);
+    void doRemoveLoopInfo(const WorkerTaskParam& task);
+    void doRestoreLoopInfo(const WorkerTaskParam& task);
+    void doSetBanner(const WorkerTaskParam& task);
+    void doRemoveBanner(const WorkerTaskParam& task);
+    void doSetAudioOutputEnable(const WorkerTaskParam& task);
+    void doGetAudioOutputEnable(const WorkerTaskParam& task);
+    void doRefreshHdmiDevStatus(const WorkerTaskParam& task);
+    void doStopPlayHdmiVideo(const WorkerTaskParam& task); // no task kind reaches it
+    void doGetDevPlayFileList(const WorkerTaskParam& task);
+    void doStartPlayDevFile(const WorkerTaskParam& task);
+    void doStopPlayDevFile(const WorkerTaskParam& task);
+    void doStartPlayHdmiVideo(const WorkerTaskParam& task);
+    void doStartPlayStreamVideo(const WorkerTaskParam& task);
+    void doMatrixGetScreenColor(const WorkerTaskParam& task);
+    void doMatrixSetScreenColor(const WorkerTaskParam& task);
+
     std::atomic<bool> m_running { false };
     QList<WorkerTaskParam> m_taskList; // oldest first; guarded by m_taskMutex
     QMutex m_taskMutex; // the queue only, held just to append or remove one task
@@ -288,6 +402,12 @@ private:
     // because the SDK may still call back after the task has ended
     QMutex m_updateMutex;
     std::map<int, std::unique_ptr<UpdateContext>> m_updateContexts;
+
+    // desktop projection: the one capture thread, and the media-distribution registry keyed by
+    // (window id, channel), under its own lock
+    std::unique_ptr<KovCapThread> m_capThread;
+    mutable QMutex m_mdMutex;
+    std::map<std::pair<int, int>, MediaDistributeEntry> m_mdRegistry;
 
     QMutex m_observerMutex;
     DispatchObserver m_observer = nullptr;

@@ -1,0 +1,181 @@
+// MatrixSdkWorker: frames the workstation produces itself (desktop capture, still pictures,
+// replayed recordings), wrapped in Kav envelopes and handed to the decoder; the registry of
+// media distributions that decides which SDK call carries a recording frame.
+#include "MatrixSdkWorker.h"
+
+#include "KavFrame.h"
+#include "KovCapThread.h"
+#include "SdkCallLog.h"
+#include "SyncLocker.h"
+
+#include <QFile>
+#include <QImage>
+#include <QThread>
+
+#include <vector>
+
+namespace kvms_matrix {
+
+namespace {
+
+// A still picture: video block with codec 4 at one frame a second, an empty audio block.
+KavStreamInfo pictureStream(int width, int height)
+{
+    KavStreamInfo info {};
+    info.flags = KAV_STREAM_VIDEO | KAV_STREAM_AUDIO;
+    info.videoCodec = 4;
+    info.frameRateNum = 1;
+    info.frameRateDen = 1;
+    info.width = uint16_t(width);
+    info.height = uint16_t(height);
+    return info;
+}
+
+// One zeroed buffer per frame, sized for `sizeType`, packed with `frame`; empty when packing
+// fails.
+std::vector<unsigned char> packFrame(unsigned sizeType, const KavFrame& frame, const KavStreamInfo& info)
+{
+    const int capacity = KavCalcFrameSize(sizeType, frame.size);
+    if (capacity <= 0)
+        return {};
+    std::vector<unsigned char> buffer(size_t(capacity), 0);
+    const int packed = KavPackFrame(&frame, &info, buffer.data(), capacity);
+    if (packed <= 0)
+        return {};
+    buffer.resize(size_t(packed));
+    return buffer;
+}
+
+int displayFrame(
+    const QSharedPointer<CSharedHandle>& handle, int windowId, int channel, const std::vector<unsigned char>& buffer)
+{
+    if (buffer.empty())
+        return -1;
+    return CMatrix_DisplayFrame(handle->handle(), windowId, channel, buffer.data(), int(buffer.size()));
+}
+
+} // namespace
+
+int MatrixSdkWorker::sendDeviceDisplayFrame(
+    QSharedPointer<CSharedHandle> handle, int windowId, int channel, const QByteArray& jpeg, int width, int height)
+{
+    if (!handle)
+        return -1;
+    KavFrame frame {};
+    frame.type = KAV_TYPE_KEY;
+    frame.data = reinterpret_cast<const unsigned char*>(jpeg.constData());
+    frame.size = uint32_t(jpeg.size());
+    return displayFrame(handle, windowId, channel, packFrame(KAV_TYPE_KEY, frame, pictureStream(width, height)));
+}
+
+int MatrixSdkWorker::sendDeviceDisplayFrame(
+    QSharedPointer<CSharedHandle> handle, int windowId, MatrixDeviceInfo* device)
+{
+    // The decoder needs a moment after the source was bound before it takes the picture.
+    QThread::sleep(1);
+    if (!handle || !device)
+        return -1;
+    QFile file(device->mainUrl);
+    if (!file.open(QIODevice::ReadOnly))
+        return -1;
+    const QByteArray bytes = file.readAll();
+    const QImage image = QImage::fromData(bytes);
+    KavFrame frame {};
+    frame.type = KAV_TYPE_KEY;
+    frame.data = reinterpret_cast<const unsigned char*>(bytes.constData());
+    frame.size = uint32_t(bytes.size());
+    return displayFrame(handle, windowId, device->channel,
+        packFrame(KAV_TYPE_KEY, frame, pictureStream(image.width(), image.height())));
+}
+
+int MatrixSdkWorker::sendDeviceDisplayFrame(QSharedPointer<CSharedHandle> handle, int windowId, int channel,
+    VideoStreamInfo* info, char* data, int size, int frameKind)
+{
+    if (!handle || !info || size < 0)
+        return -1;
+    KavStreamInfo stream {};
+    stream.flags = KAV_STREAM_VIDEO | KAV_STREAM_AUDIO;
+    stream.videoCodec = info->codec == 0 ? 1 : info->codec == 1 ? 2 : 0;
+    stream.width = info->width;
+    stream.height = info->height;
+    stream.frameRateNum = info->frameRateNum;
+    stream.frameRateDen = info->frameRateDen;
+    // Kinds other than 1 and 2 size the buffer for an audio frame but leave the type 0, which
+    // packs as a bare 17-byte header: the decoder side expects exactly that.
+    KavFrame frame {};
+    unsigned sizeType = KAV_TYPE_AUDIO;
+    if (frameKind == 1)
+        frame.type = sizeType = KAV_TYPE_KEY;
+    else if (frameKind == 2)
+        frame.type = sizeType = KAV_TYPE_VIDEO;
+    frame.data = reinterpret_cast<const unsigned char*>(data);
+    frame.size = uint32_t(size);
+    const std::vector<unsigned char> buffer = packFrame(sizeType, frame, stream);
+    if (buffer.empty())
+        return -1;
+
+    void* mdHandle = nullptr;
+    {
+        SyncLocker lock(&m_mdMutex);
+        const auto it = m_mdRegistry.find({ windowId, channel });
+        if (it != m_mdRegistry.end())
+            mdHandle = it->second.mdHandle;
+    }
+    if (mdHandle)
+        return CMatrix_SendMediaFrame(mdHandle, buffer.data(), int(buffer.size()));
+    return displayFrame(handle, windowId, channel, buffer);
+}
+
+void MatrixSdkWorker::addMdHandle(int windowId, int channel, const MediaDistributeEntry& entry)
+{
+    SyncLocker lock(&m_mdMutex);
+    m_mdRegistry[{ windowId, channel }] = entry;
+}
+
+std::map<std::pair<int, int>, MediaDistributeEntry> MatrixSdkWorker::mdRegistry() const
+{
+    SyncLocker lock(&m_mdMutex);
+    return m_mdRegistry;
+}
+
+void MatrixSdkWorker::removeMdHandle(
+    QSharedPointer<CSharedHandle> handle, int windowId, int subWindowId, int windowType)
+{
+    bool open = false;
+    for (const QSharedPointer<CSharedHandle>& registered : registeredHandles())
+        open = open || registered == handle;
+    if (!handle || !open)
+        return;
+    void* mdHandle = nullptr;
+    std::pair<int, int> key;
+    {
+        SyncLocker lock(&m_mdMutex);
+        for (const auto& [entryKey, entry] : m_mdRegistry) {
+            if (entry.windowId == windowId && entry.subWindowId == subWindowId && entry.windowType == windowType) {
+                mdHandle = entry.mdHandle;
+                key = entryKey;
+                break;
+            }
+        }
+    }
+    if (!mdHandle)
+        return;
+    const int ret = CMatrix_StopMediaDistribute(mdHandle);
+    SdkCallLog::callAt("CMatrix_StopMediaDistribute", ret);
+    SyncLocker lock(&m_mdMutex);
+    m_mdRegistry.erase(key);
+}
+
+void MatrixSdkWorker::startCaptureThread(QSharedPointer<CSharedHandle> handle, int windowId, int channel)
+{
+    m_capThread->setParams(std::move(handle), windowId, channel);
+}
+
+void MatrixSdkWorker::stopCaptureThread()
+{
+    // Spins until the current round (one capture, one send, 40 ms) is over.
+    while (m_capThread->isRunning())
+        m_capThread->stop();
+}
+
+} // namespace kvms_matrix
