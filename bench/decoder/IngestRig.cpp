@@ -22,13 +22,14 @@ double cpuSeconds()
 
 } // namespace
 
-IngestRig::IngestRig(bool decodeAtShownSize)
+IngestRig::IngestRig(bool decodeAtShownSize, int pictureIntervalMs)
 {
     vdec::DecoderConfig config;
     config.address = QStringLiteral("127.0.0.99");
     config.stateDir = dir_.path();
     config.httpPort = -1;
     config.decodeAtShownSize = decodeAtShownSize;
+    config.pictureIntervalMs = pictureIntervalMs;
     decoder_ = std::make_unique<vdec::VirtualDecoder>(config);
     if (!decoder_->start(&error_) || !setUp())
         streams_.clear();

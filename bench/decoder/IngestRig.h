@@ -29,7 +29,7 @@ public:
         quint64 decoded = 0; // pictures the decoder decoded, from its counters
     };
 
-    explicit IngestRig(bool decodeAtShownSize);
+    IngestRig(bool decodeAtShownSize, int pictureIntervalMs);
     ~IngestRig();
     IngestRig(const IngestRig&) = delete;
     IngestRig& operator=(const IngestRig&) = delete;

@@ -32,6 +32,10 @@ struct DecoderConfig {
     // Still pictures are decoded at the size they are shown at; false decodes them
     // whole and scales afterwards (kept to measure the difference).
     bool decodeAtShownSize = true;
+    // A sub-window decodes at most one picture per interval; pictures in between are
+    // kept compressed and only the latest is decoded when the wall is looked at.
+    // 0 decodes every picture on arrival.
+    int pictureIntervalMs = 200;
 
     // One second of a loop's interval, in ms: tests shorten it to see loops turn quickly.
     int turnUnitMs = 1000;

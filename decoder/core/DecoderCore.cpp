@@ -51,7 +51,7 @@ DecoderCore::DecoderCore(const DecoderConfig& config, Journal& journal, FaultPla
     , accounts_(config.maxFailedLogins, config.lockSeconds)
     , activated_(!config.factoryNew)
     , file_(config.stateDir)
-    , frames_(pictures_, config.decodeAtShownSize)
+    , frames_(pictures_, config.decodeAtShownSize, config.pictureIntervalMs)
 {
     SessionRequests::registerIn(router_);
     WallRequests::registerIn(router_);
@@ -263,6 +263,7 @@ Reply DecoderCore::process(Session& session, const Message& message)
 
 DecoderSnapshot DecoderCore::snapshot() const
 {
+    frames_.decodePending(); // outside the state lock: decoding must not hold up requests
     std::lock_guard<std::mutex> lock(mutex_);
     DecoderSnapshot s;
     s.cols = wall_.cols();

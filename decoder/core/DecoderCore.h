@@ -83,7 +83,7 @@ private:
     bool activated_;
     StateFile file_;
     mutable PictureStore pictures_; // own lock: filled outside mutex_, pruned by snapshot()
-    FrameIngest frames_;
+    mutable FrameIngest frames_;
     LoopClock clock_; // after the state it turns, so it stops before that state goes
     std::function<void()> rebootHook_;
     // After the clock: its upgrade thread installs firmware into the state above, so

@@ -37,10 +37,21 @@ bool feeds(const DeviceInfo_t& source, const MediaDistribution& d)
 
 } // namespace
 
-FrameIngest::FrameIngest(PictureStore& store, bool decodeAtShownSize)
+FrameIngest::FrameIngest(PictureStore& store, bool decodeAtShownSize, int pictureIntervalMs)
     : store_(store)
     , decodeAtShownSize_(decodeAtShownSize)
+    , pictureInterval_(std::max(0, pictureIntervalMs))
 {
+}
+
+void FrameIngest::decodePending()
+{
+    for (const PictureStore::Pending& p : store_.pending()) {
+        QImage picture;
+        const bool ok = PictureDecoder::decode(reinterpret_cast<const uint8_t*>(p.jpeg.constData()),
+            size_t(p.jpeg.size()), p.shown, decodeAtShownSize_, picture);
+        store_.finish(p, ok, picture);
+    }
 }
 
 bool FrameIngest::handles(MessageType type)
@@ -140,11 +151,26 @@ int32_t FrameIngest::deliver(const std::vector<uint8_t>& frame, const std::vecto
         return CMATRIX_OK;
     }
     QSize shown;
-    for (const Target& t : targets)
+    std::vector<PictureStore::Key> keys;
+    for (const Target& t : targets) {
         shown = shown.expandedTo(t.shown);
+        keys.push_back(t.key);
+    }
+    const auto* jpeg = reinterpret_cast<const uint8_t*>(kav.data);
+    if (store_.allDecodedWithin(keys, pictureInterval_)) {
+        // Shown a moment ago: check the header now, decode when looked at or overtaken.
+        if (!PictureDecoder::probe(jpeg, kav.size)) {
+            for (const Target& t : targets)
+                store_.record(t.key, t.sourceKey, epoch, bytes, PictureStore::Result::Failed, codec);
+            return CMATRIX_ERR_DECODE;
+        }
+        const QByteArray kept(reinterpret_cast<const char*>(jpeg), int(kav.size));
+        for (const Target& t : targets)
+            store_.recordPending(t.key, t.sourceKey, epoch, bytes, codec, kept, shown);
+        return CMATRIX_OK;
+    }
     QImage picture;
-    const bool ok = PictureDecoder::decode(
-        reinterpret_cast<const uint8_t*>(kav.data), kav.size, shown, decodeAtShownSize_, picture);
+    const bool ok = PictureDecoder::decode(jpeg, kav.size, shown, decodeAtShownSize_, picture);
     for (const Target& t : targets) {
         store_.record(t.key, t.sourceKey, epoch, bytes,
             ok ? PictureStore::Result::Decoded : PictureStore::Result::Failed, codec, picture);

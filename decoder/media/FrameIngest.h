@@ -7,6 +7,7 @@
 
 #include <QSize>
 
+#include <chrono>
 #include <mutex>
 #include <vector>
 
@@ -27,10 +28,13 @@ class FrameIngest {
 public:
     static constexpr QSize kScreen { 1920, 1080 }; // pixels of one screen of the wall
 
-    FrameIngest(PictureStore& store, bool decodeAtShownSize);
+    FrameIngest(PictureStore& store, bool decodeAtShownSize, int pictureIntervalMs);
 
     static bool handles(cmatrix::wire::MessageType type);
     Outcome ingest(const Session& session, const cmatrix::wire::Message& message, std::mutex& stateMutex, Wall& wall);
+    // Decodes the pictures kept compressed, so that what is looked at is the latest.
+    // Called without the state lock.
+    void decodePending();
 
 private:
     struct Target {
@@ -46,6 +50,7 @@ private:
 
     PictureStore& store_;
     const bool decodeAtShownSize_;
+    const std::chrono::milliseconds pictureInterval_; // a sub-window decodes at most one picture per interval
 };
 
 } // namespace vdec

@@ -15,10 +15,40 @@ QSize PictureDecoder::keptSize(QSize source, QSize shown)
         std::max(1, std::min({ source.height(), shown.height(), kMaxShown.height() })));
 }
 
-bool PictureDecoder::decode(const uint8_t* data, size_t size, QSize shown, bool atShownSize, QImage& out)
+namespace {
+
+bool looksLikeJpeg(const uint8_t* data, size_t size)
 {
     // Every JPEG starts with its start-of-image marker; anything else is not tried.
-    if (!data || size < 4 || size > size_t(INT_MAX) || data[0] != 0xff || data[1] != 0xd8)
+    return data && size >= 4 && size <= size_t(INT_MAX) && data[0] == 0xff && data[1] == 0xd8;
+}
+
+// The size the header claims, or an invalid size when the header is not acceptable.
+QSize headerSize(QImageReader& reader)
+{
+    const QSize source = reader.size();
+    if (!source.isValid() || source.width() > PictureDecoder::kMaxSide || source.height() > PictureDecoder::kMaxSide)
+        return {};
+    return source;
+}
+
+} // namespace
+
+bool PictureDecoder::probe(const uint8_t* data, size_t size)
+{
+    if (!looksLikeJpeg(data, size))
+        return false;
+    QByteArray bytes = QByteArray::fromRawData(reinterpret_cast<const char*>(data), int(size));
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::ReadOnly);
+    QImageReader reader(&buffer, "jpg");
+    reader.setDecideFormatFromContent(false);
+    return headerSize(reader).isValid();
+}
+
+bool PictureDecoder::decode(const uint8_t* data, size_t size, QSize shown, bool atShownSize, QImage& out)
+{
+    if (!looksLikeJpeg(data, size))
         return false;
     QByteArray bytes = QByteArray::fromRawData(reinterpret_cast<const char*>(data), int(size));
     QBuffer buffer(&bytes);
@@ -27,8 +57,8 @@ bool PictureDecoder::decode(const uint8_t* data, size_t size, QSize shown, bool 
     // its bytes might pass for.
     QImageReader reader(&buffer, "jpg");
     reader.setDecideFormatFromContent(false);
-    const QSize source = reader.size();
-    if (!source.isValid() || source.width() > kMaxSide || source.height() > kMaxSide)
+    const QSize source = headerSize(reader);
+    if (!source.isValid())
         return false;
     const QSize kept = keptSize(source, shown);
     if (atShownSize && kept != source)

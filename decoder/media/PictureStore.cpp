@@ -14,12 +14,12 @@ QString PictureStore::sourceKey(const Window& window, int32_t sub)
         + QString::fromUtf8(d.mainUrl, int(qstrnlen(d.mainUrl, sizeof d.mainUrl)));
 }
 
-SubWindowMedia& PictureStore::entry(const Key& key, const QString& sourceKey)
+PictureStore::Entry& PictureStore::entry(const Key& key, const QString& sourceKey)
 {
-    SubWindowMedia& e = entries_[key];
-    if (e.sourceKey != sourceKey) { // a new source starts afresh
-        e = SubWindowMedia {};
-        e.sourceKey = sourceKey;
+    Entry& e = entries_[key];
+    if (e.media.sourceKey != sourceKey) { // a new source starts afresh
+        e = Entry {};
+        e.media.sourceKey = sourceKey;
     }
     return e;
 }
@@ -36,16 +36,73 @@ void PictureStore::record(const Key& key, const QString& sourceKey, quint64 epoc
     std::lock_guard<std::mutex> lock(mutex_);
     if (epoch != epoch_)
         return; // addressed to a wall that has changed since
-    SubWindowMedia& e = entry(key, sourceKey);
-    ++e.frames;
-    e.bytes += bytes;
+    Entry& e = entry(key, sourceKey);
+    ++e.media.frames;
+    e.media.bytes += bytes;
     if (result == Result::Decoded) {
-        ++e.decoded;
-        e.picture = picture;
+        ++e.media.decoded;
+        e.media.picture = picture;
+        e.lastDecoded = Clock::now();
+        e.pending.clear(); // older than what is shown now
     } else if (result == Result::Failed)
-        ++e.failed;
+        ++e.media.failed;
     if (result != Result::Failed)
-        e.lastCodec = codec;
+        e.media.lastCodec = codec;
+}
+
+void PictureStore::recordPending(const Key& key, const QString& sourceKey, quint64 epoch, quint64 bytes, int codec,
+    const QByteArray& jpeg, QSize shown)
+{
+    std::lock_guard<std::mutex> lock(mutex_);
+    if (epoch != epoch_)
+        return;
+    Entry& e = entry(key, sourceKey);
+    ++e.media.frames;
+    e.media.bytes += bytes;
+    e.media.lastCodec = codec;
+    e.pending = jpeg;
+    e.pendingShown = shown;
+    ++e.pendingSequence;
+}
+
+bool PictureStore::allDecodedWithin(const std::vector<Key>& keys, std::chrono::milliseconds interval)
+{
+    std::lock_guard<std::mutex> lock(mutex_);
+    const Clock::time_point since = Clock::now() - interval;
+    for (const Key& key : keys) {
+        const auto it = entries_.find(key);
+        if (it == entries_.end() || it->second.lastDecoded < since)
+            return false;
+    }
+    return true;
+}
+
+std::vector<PictureStore::Pending> PictureStore::pending()
+{
+    std::lock_guard<std::mutex> lock(mutex_);
+    std::vector<Pending> out;
+    for (const auto& [key, e] : entries_) {
+        if (!e.pending.isEmpty())
+            out.push_back({ key, e.media.sourceKey, e.pending, e.pendingShown, e.pendingSequence });
+    }
+    return out;
+}
+
+void PictureStore::finish(const Pending& picture, bool decoded, const QImage& image)
+{
+    std::lock_guard<std::mutex> lock(mutex_);
+    const auto it = entries_.find(picture.key);
+    if (it == entries_.end() || it->second.media.sourceKey != picture.sourceKey || it->second.pending.isEmpty()
+        || it->second.pendingSequence != picture.sequence)
+        return;
+    Entry& e = it->second;
+    e.pending.clear();
+    if (decoded) {
+        ++e.media.decoded;
+        e.media.picture = image;
+        e.lastDecoded = Clock::now();
+    } else
+        ++e.media.failed;
 }
 
 void PictureStore::pruneLocked(const Wall& wall)
@@ -54,7 +111,7 @@ void PictureStore::pruneLocked(const Wall& wall)
     for (auto it = entries_.begin(); it != entries_.end();) {
         const Window* w = wall.windows().find(it->first.first);
         const bool valid = w && it->first.second >= 1 && it->first.second <= w->division
-            && sourceKey(*w, it->first.second) == it->second.sourceKey;
+            && sourceKey(*w, it->first.second) == it->second.media.sourceKey;
         dropped = dropped || !valid;
         it = valid ? std::next(it) : entries_.erase(it);
     }
@@ -72,7 +129,10 @@ std::map<PictureStore::Key, SubWindowMedia> PictureStore::collect(const Wall& wa
 {
     std::lock_guard<std::mutex> lock(mutex_);
     pruneLocked(wall);
-    return entries_;
+    std::map<Key, SubWindowMedia> out;
+    for (const auto& [key, e] : entries_)
+        out.emplace(key, e.media);
+    return out;
 }
 
 void PictureStore::clear()

@@ -119,7 +119,8 @@ bool Connection::receive()
 {
     uint8_t buffer[kReadChunk];
     size_t taken = 0;
-    while (taken < kReadBudget) {
+    // A killed connection must not carry out one more request of what it has already read.
+    while (taken < kReadBudget && !stopping_) {
         const ssize_t n = ::recv(socket_.fd(), buffer, sizeof buffer, 0);
         if (n == 0)
             return false;
@@ -142,7 +143,7 @@ bool Connection::receive()
 bool Connection::handleBuffered()
 {
     Message message;
-    for (;;) {
+    while (!stopping_) {
         switch (stream_.next(message)) {
         case MessageStream::Status::NeedMore:
             return true;
@@ -161,6 +162,7 @@ bool Connection::handleBuffered()
         else if (!sendAll(reply.bytes))
             return false;
     }
+    return false;
 }
 
 bool Connection::flushDue()

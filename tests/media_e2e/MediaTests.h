@@ -40,6 +40,8 @@ private slots:
     void pictureShowsInSubWindow_data();
     void pictureShowsInSubWindow();
     void newSourceClearsPicture();
+    void quickPicturesShowTheLatest_data();
+    void quickPicturesShowTheLatest();
 
     // TestDistributions.cpp
     void distributionFeedsBoundSubWindows();

@@ -150,3 +150,36 @@ void MediaTests::newSourceClearsPicture()
     QVERIFY(d->snapshot().media.empty());
     QVERIFY(!near(at(monitor.wall(), 0.75, 0.25), red));
 }
+
+void MediaTests::quickPicturesShowTheLatest_data()
+{
+    QTest::addColumn<int>("intervalMs");
+    QTest::addColumn<int>("decoded"); // after the wall has been looked at
+    QTest::newRow("every picture decoded") << 0 << 3;
+    QTest::newRow("first decoded, latest when looked at") << 60000 << 2;
+}
+
+// Pictures that follow each other quickly: whatever is skipped, the wall shows the
+// latest one, and a broken one is refused at once even when it would not be decoded yet.
+void MediaTests::quickPicturesShowTheLatest()
+{
+    QFETCH(int, intervalMs);
+    QFETCH(int, decoded);
+    vdec::VirtualDecoder* d = startDecoder(92, [&](vdec::DecoderConfig& c) { c.pictureIntervalMs = intervalMs; });
+    QVERIFY(d);
+    SdkHandle h;
+    QCOMPARE(h.connect(d), CMATRIX_OK);
+    QVERIFY(layOut(h, 1, 1, { window(1, 0, 0, 32768, 32768) }, { 1 }));
+    for (const QColor& colour : { QColor(Qt::red), QColor(Qt::green), QColor(Qt::blue) })
+        QCOMPARE(display(h, 1, 1, FrameSamples::picture(colour)), CMATRIX_OK);
+    QCOMPARE(display(h, 1, 1, FrameSamples::envelope("not a JPEG")), CMATRIX_ERR_DECODE);
+
+    const vdec::DecoderSnapshot snapshot = d->snapshot();
+    const vdec::SubWindowMedia* media = snapshot.mediaOf(1, 1);
+    QVERIFY(media);
+    QCOMPARE(media->frames, 4u);
+    QCOMPARE(int(media->decoded), decoded);
+    QCOMPARE(media->failed, 1u);
+    QVERIFY2(near(at(media->picture, 0.5, 0.5), Qt::blue), qPrintable(at(media->picture, 0.5, 0.5).name()));
+    QVERIFY(near(at(MonitorClient(d->address(), d->httpPort()).wall(), 0.5, 0.5), Qt::blue));
+}
