@@ -9,6 +9,7 @@ PACKAGES=(
   libcpp-httplib-dev libbenchmark-dev
   xvfb xauth x11-utils imagemagick fonts-dejavu-core
   chromium
+  libxcb1-dev libxcb-shm0-dev libjpeg62-turbo-dev ffmpeg
 )
 
 missing=()

@@ -236,6 +236,8 @@ Reply DecoderCore::process(Session& session, const Message& message)
     Outcome outcome;
     if (fault.failWith) {
         outcome.status = *fault.failWith;
+    } else if (fault.payload) {
+        outcome.payload = *fault.payload;
     } else if (FrameIngest::handles(requestOf(h.type))) {
         outcome = frames_.ingest(session, message, mutex_, wall_); // takes mutex_ only briefly
     } else {

@@ -40,6 +40,12 @@ void FaultPlan::dropConnectionAfter(int n)
     dropAfter_ = n;
 }
 
+void FaultPlan::answerNextWith(Type type, std::vector<uint8_t> payload)
+{
+    std::lock_guard<std::mutex> lock(mutex_);
+    payloads_[type] = std::move(payload);
+}
+
 void FaultPlan::garbleNextAnswer(Garbage kind, std::optional<Type> type)
 {
     std::lock_guard<std::mutex> lock(mutex_);
@@ -57,6 +63,7 @@ void FaultPlan::clear()
     std::lock_guard<std::mutex> lock(mutex_);
     failures_.clear();
     swallowed_.clear();
+    payloads_.clear();
     delays_.clear();
     dropAfter_ = -1;
     garbage_.reset();
@@ -89,6 +96,11 @@ FaultPlan::Decision FaultPlan::onRequest(Type type)
         d.failWith = failure->second.first;
         if (failure->second.second > 0 && --failure->second.second == 0)
             failures_.erase(failure);
+    }
+    auto payload = payloads_.find(type);
+    if (payload != payloads_.end() && !d.failWith) {
+        d.payload = std::move(payload->second);
+        payloads_.erase(payload);
     }
     if (garbage_ && (!garbage_->second || *garbage_->second == type)) {
         d.garbage = garbage_->first;

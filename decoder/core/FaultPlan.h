@@ -37,6 +37,9 @@ public:
     // The connection that receives the (n+1)-th request from now is closed before
     // handling it (n < 0: off). Requests are counted over all connections.
     void dropConnectionAfter(int n);
+    // The next request of this type is not carried out but answered with status 0 and this
+    // payload (the encoded answer body), as a unit in an odd state would answer.
+    void answerNextWith(Type type, std::vector<uint8_t> payload);
     // The next answer (of this type, or of any type) is replaced by garbage.
     void garbleNextAnswer(Garbage kind, std::optional<Type> type = std::nullopt);
     // The decoder stops sending heartbeats, as a hung unit would.
@@ -47,6 +50,7 @@ public:
         bool close = false;
         bool swallow = false;
         std::optional<int32_t> failWith;
+        std::optional<std::vector<uint8_t>> payload;
         std::optional<Garbage> garbage;
         int delayMs = 0;
     };
@@ -61,6 +65,7 @@ private:
     mutable std::mutex mutex_;
     std::map<Type, std::pair<int32_t, int>> failures_; // code, times left
     std::set<Type> swallowed_;
+    std::map<Type, std::vector<uint8_t>> payloads_;
     std::map<Type, int> delays_;
     int dropAfter_ = -1;
     std::optional<std::pair<Garbage, std::optional<Type>>> garbage_;

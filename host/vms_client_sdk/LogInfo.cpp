@@ -2,10 +2,9 @@
 
 #include <QDateTime>
 #include <QFile>
-#include <QMutex>
-#include <QMutexLocker>
 
 #include <cstdio>
+#include <mutex>
 
 namespace vms_sdk {
 
@@ -14,7 +13,7 @@ namespace {
 const char* const kDefaultLogFile = "kvms_client.log";
 
 struct LogState {
-    QMutex mutex;
+    std::mutex mutex; // a pthread mutex: visible to ThreadSanitizer, unlike QMutex
     QString path = QString::fromLatin1(kDefaultLogFile);
     std::FILE* file = nullptr;
 };
@@ -43,7 +42,7 @@ void log_info(const QString& message, const QString& extra)
         body += QLatin1Char(' ') + oneLine(extra);
 
     LogState& state = logState();
-    QMutexLocker lock(&state.mutex);
+    std::lock_guard<std::mutex> lock(state.mutex);
     if (!state.file) {
         state.file = std::fopen(QFile::encodeName(state.path).constData(), "a");
         if (!state.file)
@@ -59,7 +58,7 @@ void log_info(const QString& message, const QString& extra)
 void set_log_file(const QString& path)
 {
     LogState& state = logState();
-    QMutexLocker lock(&state.mutex);
+    std::lock_guard<std::mutex> lock(state.mutex);
     if (state.file) {
         std::fclose(state.file);
         state.file = nullptr;
@@ -70,7 +69,7 @@ void set_log_file(const QString& path)
 QString log_file()
 {
     LogState& state = logState();
-    QMutexLocker lock(&state.mutex);
+    std::lock_guard<std::mutex> lock(state.mutex);
     return state.path;
 }
 

@@ -1,17 +1,22 @@
 #include "KovCapThread.h"
 
+#include "CaptureStageClock.h"
+#include "JpegEncoder.h"
 #include "MatrixSdkWorker.h"
+#include "ScreenGrabber.h"
 #include "SyncLocker.h"
 
-#include <QBuffer>
 #include <QCursor>
-#include <QGuiApplication>
 #include <QImage>
 #include <QPainter>
-#include <QPixmap>
-#include <QScreen>
 
 namespace kvms_matrix {
+
+namespace {
+
+std::atomic<bool> g_fastPaths { true };
+
+} // namespace
 
 KovCapThread::KovCapThread(MatrixSdkWorker* worker, QObject* parent)
     : KCOMMON::KThread(parent)
@@ -23,6 +28,16 @@ KovCapThread::~KovCapThread()
 {
     stop();
     wait();
+}
+
+void KovCapThread::setFastPathsEnabled(bool enabled)
+{
+    g_fastPaths.store(enabled);
+}
+
+bool KovCapThread::fastPathsEnabled()
+{
+    return g_fastPaths.load();
 }
 
 void KovCapThread::setParams(QSharedPointer<CSharedHandle> connection, int windowId, int channel)
@@ -50,26 +65,33 @@ QSharedPointer<CSharedHandle> KovCapThread::connection() const
 
 void KovCapThread::run()
 {
-    static const QImage pointer(QStringLiteral(":/matrix_images/images/cursor.png"));
+    using Clock = CaptureStageClock;
+    const QImage pointer(QStringLiteral(":/matrix_images/images/cursor.png"));
+    const bool fast = g_fastPaths.load();
+    ScreenGrabber grabber(fast); // made here: its display connection belongs to this thread
+    const JpegEncoder::Path encoding = fast ? JpegEncoder::Path::Direct : JpegEncoder::Path::Toolkit;
     while (m_running.load()) {
-        QScreen* screen = QGuiApplication::primaryScreen();
-        QImage image;
-        if (screen) {
-            const QRect area = screen->geometry();
-            image = screen->grabWindow(0, 0, 0, area.width(), area.height()).toImage();
-        }
-        if (!image.isNull()) {
-            {
-                QPainter painter(&image);
-                painter.drawImage(QCursor::pos(), pointer);
+        {
+            Clock clock(Clock::observed());
+            QImage image = grabber.grab();
+            clock.mark(Clock::Grab);
+            if (!image.isNull()) {
+                {
+                    QPainter painter(&image);
+                    painter.drawImage(QCursor::pos(), pointer);
+                }
+                clock.mark(Clock::Pointer);
+                const QImage scaled = image.scaled(m_width, m_height, Qt::IgnoreAspectRatio, Qt::FastTransformation);
+                clock.mark(Clock::Scale);
+                const QByteArray jpeg = JpegEncoder::encode(scaled, encoding);
+                clock.mark(Clock::Encode);
+                // A failed send is neither retried nor logged: the next round brings a new picture.
+                m_worker->sendDeviceDisplayFrame(
+                    connection(), m_windowId.load(), m_channel.load(), jpeg, m_width, m_height);
+                clock.mark(Clock::Send); // packing marked itself inside the sender
+                clock.round().grabbed = true;
+                clock.round().sharedMemory = grabber.usedSharedMemory();
             }
-            const QImage scaled = image.scaled(m_width, m_height, Qt::IgnoreAspectRatio, Qt::FastTransformation);
-            QByteArray jpeg;
-            QBuffer buffer(&jpeg);
-            buffer.open(QIODevice::WriteOnly);
-            scaled.save(&buffer, "JPG");
-            m_worker->sendDeviceDisplayFrame(
-                connection(), m_windowId.load(), m_channel.load(), jpeg, m_width, m_height);
         }
         msleep(40);
     }

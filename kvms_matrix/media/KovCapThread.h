@@ -13,9 +13,9 @@ namespace kvms_matrix {
 
 class MatrixSdkWorker;
 
-// Projects the operator's desktop onto one window of the wall: grabs the primary screen, draws
-// the pointer, scales to 1920 x 1080, encodes JPEG and hands each picture to the worker's
-// sendDeviceDisplayFrame directly (not through the task queue), about 25 times a second.
+// Projects the operator's desktop onto one window of the wall. Each round grabs the primary
+// screen, draws the pointer, scales to 1920 x 1080, encodes JPEG and hands the picture to the
+// worker's sendDeviceDisplayFrame directly (not through the task queue), then sleeps 40 ms.
 class KovCapThread : public KCOMMON::KThread {
     Q_OBJECT
 
@@ -32,6 +32,11 @@ public:
     int channel() const { return m_channel.load(); }
     int width() const { return m_width; }
     int height() const { return m_height; }
+
+    // Shared-memory grabbing and the direct JPEG path are on by default; off, every round
+    // takes the toolkit's screen grab and image writer (kept to compare against).
+    static void setFastPathsEnabled(bool enabled);
+    static bool fastPathsEnabled();
 
 protected:
     void run() override;

@@ -3,6 +3,7 @@
 // media distributions that decides which SDK call carries a recording frame.
 #include "MatrixSdkWorker.h"
 
+#include "CaptureStageClock.h"
 #include "KavFrame.h"
 #include "KovCapThread.h"
 #include "SdkCallLog.h"
@@ -65,13 +66,16 @@ int MatrixSdkWorker::sendDeviceDisplayFrame(
     frame.type = KAV_TYPE_KEY;
     frame.data = reinterpret_cast<const unsigned char*>(jpeg.constData());
     frame.size = uint32_t(jpeg.size());
-    return displayFrame(handle, windowId, channel, packFrame(KAV_TYPE_KEY, frame, pictureStream(width, height)));
+    const std::vector<unsigned char> buffer = packFrame(KAV_TYPE_KEY, frame, pictureStream(width, height));
+    CaptureStageClock::markCurrent(CaptureStageClock::Pack); // when called by the capture loop under a clock
+    return displayFrame(handle, windowId, channel, buffer);
 }
 
 int MatrixSdkWorker::sendDeviceDisplayFrame(
     QSharedPointer<CSharedHandle> handle, int windowId, MatrixDeviceInfo* device)
 {
-    // The decoder needs a moment after the source was bound before it takes the picture.
+    // The decoder needs a moment after the source was bound before it takes the picture; the
+    // pause comes first, whatever follows.
     QThread::sleep(1);
     if (!handle || !device)
         return -1;
@@ -114,14 +118,17 @@ int MatrixSdkWorker::sendDeviceDisplayFrame(QSharedPointer<CSharedHandle> handle
     if (buffer.empty())
         return -1;
 
+    // An entry under the key decides, whatever handle it holds.
+    bool distributed = false;
     void* mdHandle = nullptr;
     {
         SyncLocker lock(&m_mdMutex);
         const auto it = m_mdRegistry.find({ windowId, channel });
-        if (it != m_mdRegistry.end())
+        distributed = it != m_mdRegistry.end();
+        if (distributed)
             mdHandle = it->second.mdHandle;
     }
-    if (mdHandle)
+    if (distributed)
         return CMatrix_SendMediaFrame(mdHandle, buffer.data(), int(buffer.size()));
     return displayFrame(handle, windowId, channel, buffer);
 }
@@ -141,29 +148,28 @@ std::map<std::pair<int, int>, MediaDistributeEntry> MatrixSdkWorker::mdRegistry(
 void MatrixSdkWorker::removeMdHandle(
     QSharedPointer<CSharedHandle> handle, int windowId, int subWindowId, int windowType)
 {
-    bool open = false;
-    for (const QSharedPointer<CSharedHandle>& registered : registeredHandles())
-        open = open || registered == handle;
-    if (!handle || !open)
+    if (!handle || !registeredHandles().values().contains(handle))
         return;
+    bool found = false;
     void* mdHandle = nullptr;
     std::pair<int, int> key;
     {
         SyncLocker lock(&m_mdMutex);
-        for (const auto& [entryKey, entry] : m_mdRegistry) {
+        for (const auto& [entryKey, entry] : m_mdRegistry) { // key order: the first match wins
             if (entry.windowId == windowId && entry.subWindowId == subWindowId && entry.windowType == windowType) {
+                found = true;
                 mdHandle = entry.mdHandle;
                 key = entryKey;
                 break;
             }
         }
     }
-    if (!mdHandle)
+    if (!found)
         return;
-    const int ret = CMatrix_StopMediaDistribute(mdHandle);
+    const int ret = CMatrix_StopMediaDistribute(mdHandle); // outside the lock: it waits for the decoder
     SdkCallLog::callAt("CMatrix_StopMediaDistribute", ret);
     SyncLocker lock(&m_mdMutex);
-    m_mdRegistry.erase(key);
+    m_mdRegistry.erase(key); // even when the decoder refused: the handle is not used again
 }
 
 void MatrixSdkWorker::startCaptureThread(QSharedPointer<CSharedHandle> handle, int windowId, int channel)
@@ -173,9 +179,12 @@ void MatrixSdkWorker::startCaptureThread(QSharedPointer<CSharedHandle> handle, i
 
 void MatrixSdkWorker::stopCaptureThread()
 {
-    // Spins until the current round (one capture, one send, 40 ms) is over.
-    while (m_capThread->isRunning())
+    // Spins, without sleeping, until the current round (one capture, one send, 40 ms) is over;
+    // yielding only lets the capture thread finish sooner on a busy machine.
+    while (m_capThread->isRunning()) {
         m_capThread->stop();
+        QThread::yieldCurrentThread();
+    }
 }
 
 } // namespace kvms_matrix

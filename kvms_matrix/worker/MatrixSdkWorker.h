@@ -94,7 +94,7 @@ public:
     static void addMatrixToJson(const QList<TvWallManagement>& list);
     static QMap<QString, TvWallManagement> getMatrixFromJson();
 
-    // ---- discovery and network settings (MatrixSdkWorkerOperations.cpp) ---------------------
+    // ---- discovery and network settings (MatrixSdkWorkerDeviceOperations.cpp) ---------------
     // Starts the thread if needed, resets the round counter and the found-device map.
     void searchMatrix();
     // The descriptor built from `info` travels in the task's pointer slot.

@@ -26,17 +26,12 @@ private slots:
     void badRequests();
 
     // TestWindows.cpp
-    void windowsKeepLayoutAndLayers();
-    void sourcesReadBackByteForByte();
     void sourceRemoval_data();
     void sourceRemoval();
     void divisionDropsSourcesBeyondIt();
 
     // TestWall.cpp
     void setMatrixClearsWindowsOnlyOnNewGrid();
-    void screensResetAndMerge();
-    void clockAndRole();
-    void statePersistsAcrossRestart();
     void corruptStateStartsFresh_data();
     void corruptStateStartsFresh();
 
@@ -45,13 +40,9 @@ private slots:
     void brokenStreams_data();
     void brokenStreams();
     void heartbeatTimeoutClosesSilentClient();
-    void killConnectionsResetsClients();
 
     // TestFaults.cpp
-    void failAndSwallow();
     void lateAnswersAndDrops();
-    void garbledAnswers_data();
-    void garbledAnswers();
     void journalRecordsWhatWasSent();
 
     // TestDaemon.cpp

@@ -9,33 +9,6 @@ using namespace cmatrix::wire;
 using namespace wirerecords;
 using kvmstest::TestClient;
 
-Q_DECLARE_METATYPE(vdec::Garbage)
-Q_DECLARE_METATYPE(WireHeader::Parse)
-
-void DecoderTests::failAndSwallow()
-{
-    vdec::VirtualDecoder* d = fixture_.startDecoder(17);
-    TestClient* c = fixture_.connectTo(d);
-    QVERIFY(c);
-
-    // A failed call is not carried out, and only the next one fails.
-    d->faults().failNext(MessageType::SetMatrix, CMATRIX_ERR_BUSY);
-    QCOMPARE(c->call(MessageType::SetMatrix, MatrixGeometry { 3, 3, "X" }), CMATRIX_ERR_BUSY);
-    QCOMPARE(d->snapshot().cols, 2);
-    QCOMPARE(c->call(MessageType::SetMatrix, MatrixGeometry { 3, 3, "X" }), CMATRIX_OK);
-    QCOMPARE(d->snapshot().cols, 3);
-
-    // A swallowed call is neither carried out nor answered; other types go on.
-    d->faults().neverAnswer(MessageType::WindowAdd);
-    QCOMPARE(
-        c->call(MessageType::WindowAdd, WindowAddRequest { { window(1, 0, 0, 9, 9) }, false }, (Empty*)nullptr, 300),
-        CMATRIX_ERR_TIMEOUT);
-    QCOMPARE(c->call(MessageType::GetMatrix, Empty {}), CMATRIX_OK);
-    QVERIFY(d->snapshot().windows.empty());
-    d->faults().clear();
-    QCOMPARE(c->call(MessageType::WindowAdd, WindowAddRequest { { window(1, 0, 0, 9, 9) }, false }), CMATRIX_OK);
-}
-
 void DecoderTests::lateAnswersAndDrops()
 {
     vdec::VirtualDecoder* d = fixture_.startDecoder(18);
@@ -72,44 +45,6 @@ void DecoderTests::lateAnswersAndDrops()
     const int before = next->heartbeatsReceived();
     QCOMPARE(next->receive(m, 1500), TestClient::Wait::Timeout);
     QCOMPARE(next->heartbeatsReceived(), before);
-}
-
-void DecoderTests::garbledAnswers_data()
-{
-    QTest::addColumn<vdec::Garbage>("garbage");
-    QTest::addColumn<int>("status");
-    QTest::addColumn<WireHeader::Parse>("streamError");
-
-    QTest::newRow("bad magic") << vdec::Garbage::BadMagic << int(CMATRIX_ERR_DISCONNECTED)
-                               << WireHeader::Parse::BadMagic;
-    QTest::newRow("bad version") << vdec::Garbage::BadVersion << int(CMATRIX_ERR_DISCONNECTED)
-                                 << WireHeader::Parse::BadVersion;
-    QTest::newRow("oversized") << vdec::Garbage::Oversized << int(CMATRIX_ERR_DISCONNECTED)
-                               << WireHeader::Parse::TooLarge;
-    QTest::newRow("malformed payload") << vdec::Garbage::MalformedPayload << int(CMATRIX_ERR_PROTOCOL)
-                                       << WireHeader::Parse::Ok;
-    QTest::newRow("wrong request id") << vdec::Garbage::WrongRequestId << int(CMATRIX_ERR_TIMEOUT)
-                                      << WireHeader::Parse::Ok;
-}
-
-void DecoderTests::garbledAnswers()
-{
-    QFETCH(vdec::Garbage, garbage);
-    QFETCH(int, status);
-    QFETCH(WireHeader::Parse, streamError);
-
-    vdec::VirtualDecoder* d = fixture_.startDecoder(19);
-    TestClient* c = fixture_.connectTo(d);
-    QVERIFY(c);
-    d->faults().garbleNextAnswer(garbage, MessageType::GetMatrix);
-    QCOMPARE(c->call(MessageType::WindowGet, Empty {}), CMATRIX_OK); // another type is left alone
-    MatrixGeometry geometry;
-    QCOMPARE(c->call(MessageType::GetMatrix, Empty {}, &geometry, 500), status);
-    QCOMPARE(c->streamError(), streamError);
-    // Only the one answer was spoiled.
-    TestClient* next = fixture_.connectTo(d);
-    QVERIFY(next);
-    QCOMPARE(next->call(MessageType::GetMatrix, Empty {}, &geometry), CMATRIX_OK);
 }
 
 void DecoderTests::journalRecordsWhatWasSent()

@@ -29,14 +29,9 @@ void DecoderTests::loginAnswers_data()
 
     QTest::newRow("right password") << false << "admin"
                                     << "admin123" << CMATRIX_OK << QString();
-    QTest::newRow("wrong password") << false << "admin"
-                                    << "admin124" << CMATRIX_ERR_PASSWORD << passwordError(1, 5, 600);
     // An unknown name answers as a wrong password does, so names cannot be probed.
     QTest::newRow("unknown user") << false << "operator"
                                   << "admin123" << CMATRIX_ERR_PASSWORD << passwordError(1, 5, 600);
-    QTest::newRow("factory-new unit") << true << "admin"
-                                      << "admin123" << CMATRIX_ERR_NOT_ACTIVATED
-                                      << R"({"ERRCODE":"DEVNOACTIVE","PARAM":{}})";
 }
 
 void DecoderTests::loginAnswers()
@@ -126,10 +121,8 @@ void DecoderTests::requestsBeforeLogin_data()
 
     const auto add = WindowAddRequest { { wirerecords::window(1, 0, 0, 100, 100) }, false };
     const TestClient::Bytes addBytes = TestClient::encodeBody(add);
-    QTest::newRow("GetMatrix") << int(MessageType::GetMatrix) << QByteArray();
     QTest::newRow("WindowAdd") << int(MessageType::WindowAdd)
                                << QByteArray(reinterpret_cast<const char*>(addBytes.data()), int(addBytes.size()));
-    QTest::newRow("Logout") << int(MessageType::Logout) << QByteArray();
     QTest::newRow("unknown type") << 0x0777 << QByteArray();
     QTest::newRow("malformed payload") << int(MessageType::SetMatrix) << QByteArray("\x01", 1);
 }

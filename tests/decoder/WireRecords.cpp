@@ -1,7 +1,5 @@
 #include "WireRecords.h"
 
-#include <QStringList>
-
 #include <cstring>
 
 namespace wirerecords {
@@ -29,42 +27,6 @@ ScreenInfo_t screen(int32_t position, const char* name)
     s.outputIndex = position % 4;
     s.position = position;
     return s;
-}
-
-QByteArray bytesOf(const void* data, size_t size)
-{
-    return QByteArray(static_cast<const char*>(data), int(size));
-}
-
-QString stateText(const vdec::DecoderSnapshot& s)
-{
-    QStringList lines;
-    lines << QStringLiteral("grid %1x%2 '%3' status %4 master '%5' clock %6 set %7 activated %8")
-                 .arg(s.cols)
-                 .arg(s.rows)
-                 .arg(s.name)
-                 .arg(s.status)
-                 .arg(s.masterIp)
-                 .arg(s.clockOffsetSecs)
-                 .arg(s.lastSetTime.toString(Qt::ISODate))
-                 .arg(s.activated);
-    for (const ScreenInfo_t& screen : s.screens)
-        lines << QStringLiteral("screen %1 %2").arg(screen.position).arg(QString::fromLatin1(bytesOf(screen).toHex()));
-    for (const vdec::Window& w : s.windows) {
-        lines << QStringLiteral("window %1 floating %2 rect %3,%4 %5x%6 layer %7 division %8 full %9")
-                     .arg(w.id)
-                     .arg(w.floating)
-                     .arg(w.x)
-                     .arg(w.y)
-                     .arg(w.w)
-                     .arg(w.h)
-                     .arg(w.layer)
-                     .arg(w.division)
-                     .arg(w.fullScreenSub);
-        for (const auto& [sub, device] : w.sources)
-            lines << QStringLiteral("  source %1 %2").arg(sub).arg(QString::fromLatin1(bytesOf(device).toHex()));
-    }
-    return lines.join('\n');
 }
 
 } // namespace wirerecords

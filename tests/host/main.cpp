@@ -12,8 +12,7 @@ int main(int argc, char** argv)
     QStandardPaths::setTestModeEnabled(true);
 
     int failures = 0;
-    for (auto create :
-        { createCommonTests, createModuleBaseTests, createWorkerTests, createClientSdkTests, createDataTests }) {
+    for (auto create : { createCommonTests, createModuleBaseTests, createWorkerTests, createClientSdkTests }) {
         std::unique_ptr<QObject> tests(create());
         failures += QTest::qExec(tests.get(), argc, argv);
     }

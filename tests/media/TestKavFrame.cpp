@@ -79,9 +79,7 @@ private slots:
         QTest::newRow("249") << 249u << 10u << 23 << 33;
         QTest::newRow("250") << 250u << 1000u << 32 << 1032;
         QTest::newRow("251") << 251u << 1u << 17 << 18;
-        QTest::newRow("252") << 252u << 0u << 17 << 17;
         QTest::newRow("0") << 0u << 1000u << -1 << -1;
-        QTest::newRow("248") << 248u << 1u << -1 << -1;
         QTest::newRow("253") << 253u << 1u << -1 << -1;
         QTest::newRow("0x1FA, low byte 250") << 0x1FAu << 1u << -1 << -1;
         QTest::newRow("largest that fits") << 251u << unsigned(INT_MAX - 17) << 17 << INT_MAX;
@@ -122,17 +120,13 @@ private slots:
         const unsigned both = KAV_STREAM_VIDEO | KAV_STREAM_AUDIO;
         QTest::newRow("250 both blocks") << 250u << streamInfo(both) << 32 + 64 << 0xFA << 15;
         QTest::newRow("250 video flag only") << 250u << streamInfo(KAV_STREAM_VIDEO) << -1 << 0 << 0;
-        QTest::newRow("250 audio flag only") << 250u << streamInfo(KAV_STREAM_AUDIO) << -1 << 0 << 0;
         QTest::newRow("250 num 0") << 250u << streamInfo(both, 0, 1) << -1 << 0 << 0;
-        QTest::newRow("250 den 0") << 250u << streamInfo(both, 25, 0) << -1 << 0 << 0;
         QTest::newRow("250 width 0") << 250u << streamInfo(both, 25, 1, 0) << -1 << 0 << 0;
-        QTest::newRow("250 height 0") << 250u << streamInfo(both, 25, 1, 640, 0) << -1 << 0 << 0;
         QTest::newRow("249 audio flag only") << 249u << streamInfo(KAV_STREAM_AUDIO) << 23 + 64 << 0xF9 << 6;
         QTest::newRow("249 no audio flag") << 249u << streamInfo(KAV_STREAM_VIDEO) << -1 << 0 << 0;
         QTest::newRow("249 video flag, width 0")
             << 249u << streamInfo(both, 25, 1, 0) << -1 << 0 << 0; // validated though never written
         QTest::newRow("251 no flags") << 251u << streamInfo(0, 0, 0, 0, 0) << 17 + 64 << 0xFB << 0;
-        QTest::newRow("252 both flags") << 252u << streamInfo(both) << 17 + 64 << 0xFC << 0;
         QTest::newRow("251 video flag, height 0") << 251u << streamInfo(KAV_STREAM_VIDEO, 25, 1, 8, 0) << -1 << 0 << 0;
         QTest::newRow("type 0") << 0u << streamInfo(both) << 17 + 64 << 0x00 << 0;
         QTest::newRow("0x1FA gets a bare header") << 0x1FAu << streamInfo(0) << 17 + 64 << 0xFA << 0;
@@ -161,9 +155,7 @@ private slots:
         QTest::addColumn<unsigned>("num");
         QTest::addColumn<unsigned>("den");
         QTest::addColumn<int>("wire");
-        QTest::newRow("25/1") << 25u << 1u << 2500;
         QTest::newRow("30000/1001") << 30000u << 1001u << 2997;
-        QTest::newRow("1/3 truncates") << 1u << 3u << 33;
         QTest::newRow("1000/1 keeps 16 bits") << 1000u << 1u << (100000 & 0xFFFF);
         QTest::newRow("product wraps in 32 bits") << 50000000u << 3u << 0xFB55;
     }
@@ -190,8 +182,6 @@ private slots:
         QTest::addColumn<int>("expected");
         QTest::newRow("250 one byte short") << 250u << 1000u << 1031 << false << -1;
         QTest::newRow("250 exact") << 250u << 1000u << 1032 << false << 1032;
-        QTest::newRow("251 one byte short") << 251u << 1000u << 1016 << false << -1;
-        QTest::newRow("header 250, 31 bytes") << 250u << 1000u << 31 << true << -1;
         QTest::newRow("header 250, 32 bytes") << 250u << 1000u << 32 << true << 32;
         // An unknown type is let through whatever the capacity says (the test is
         // against -1); the real buffer here is large enough.
@@ -254,7 +244,6 @@ private slots:
         QTest::newRow("250 at 30000/1001") << 250u << 30000u << 1001u << 32 << 3u << 29970u;
         QTest::newRow("249") << 249u << 25u << 1u << 23 << 2u << 0u;
         QTest::newRow("251") << 251u << 25u << 1u << 17 << 0u << 0u;
-        QTest::newRow("252") << 252u << 25u << 1u << 17 << 0u << 0u;
     }
 
     void roundTrip()
@@ -330,7 +319,6 @@ private slots:
         QTest::newRow("bad magic") << envelope(251, 1, {}, kNoLimit, "kaV") << 0 << -1 << 0 << 0u << none;
         QTest::newRow("size 0") << envelope(251, 0, {}) << 0 << -1 << 0 << 0u << none;
         QTest::newRow("size 0xFFFFFFFF") << envelope(251, 0xFFFFFFFFu, {}, 64) << 0 << -1 << 0 << 0u << none;
-        QTest::newRow("size 0xFFFFFFF0") << envelope(251, 0xFFFFFFF0u, {}, 64) << 0 << -1 << 0 << 0u << none;
         QTest::newRow("width 0") << envelope(250, 8, { 0x10, 7, 1, 0x09, 0xC4, 0, 0, 0x04, 0x38 }) << 0 << -1 << 0 << 0u
                                  << none;
         QTest::newRow("rate 0") << envelope(250, 8, { 0x10, 7, 1, 0, 0, 0x07, 0x80, 0x04, 0x38 }) << 0 << -1 << 0 << 0u

@@ -2,6 +2,7 @@
 
 #include "DecoderFixture.h"
 #include "FrameSamples.h"
+#include "WireBuilders.h"
 
 #include "CMatrixSDK.h"
 
@@ -10,13 +11,14 @@
 
 #include <vector>
 
+using kvmstest::window;
+
 // Media frames end to end through the real SDK into in-process virtual decoders
 // (127.0.0.80 to .99), and the decoders' monitor over HTTP.
 class MediaTests : public QObject {
     Q_OBJECT
 
 public:
-    static MatrixWindow_t window(uint32_t id, int x, int y, int w, int h);
     static DeviceInfo_t source(int sub, const char* devId, int protocol, int channel, const char* url = "");
     static int display(CMHANDLE handle, int windowId, int sub, const FrameSamples::Bytes& frame);
     // The colour at a point given as a fraction of the image's width and height.
@@ -24,7 +26,6 @@ public:
     static bool near(const QColor& a, const QColor& b, int tolerance = 24);
 
 private:
-    vdec::VirtualDecoder* startDecoder(int n, const kvmstest::DecoderFixture::Tweak& tweak = {});
     // Grid, windows and their divisions, set through the SDK.
     static bool layOut(CMHANDLE handle, int cols, int rows, const std::vector<MatrixWindow_t>& windows,
         const std::vector<int>& divisions);
@@ -48,7 +49,6 @@ private slots:
     void distributionEndsWithItsConnection();
     void distributionSurvivesRestart();
     void mediaConnectionLossIsNotReported();
-    void largeFrameDoesNotHoldUpControl();
 
     // TestBadFrames.cpp
     void badFrames_data();
@@ -62,5 +62,4 @@ private slots:
     void monitorRoutes_data();
     void monitorRoutes();
     void stateJsonReflectsWall();
-    void wallShowsBannerAndScreenNumbers();
 };

@@ -10,25 +10,6 @@ void MediaTests::cleanup()
     fixture_.cleanup();
 }
 
-vdec::VirtualDecoder* MediaTests::startDecoder(int n, const kvmstest::DecoderFixture::Tweak& tweak)
-{
-    vdec::VirtualDecoder* d = fixture_.startDecoder(n, tweak);
-    if (!d)
-        qWarning("virtual decoder %d did not start", n);
-    return d;
-}
-
-MatrixWindow_t MediaTests::window(uint32_t id, int x, int y, int w, int h)
-{
-    MatrixWindow_t r {};
-    r.id = id;
-    r.x = x;
-    r.y = y;
-    r.w = w;
-    r.h = h;
-    return r;
-}
-
 DeviceInfo_t MediaTests::source(int sub, const char* devId, int protocol, int channel, const char* url)
 {
     DeviceInfo_t d {};

@@ -1,5 +1,7 @@
 #include "FakeDecoder.h"
 
+#include "RawUdp.h"
+
 #include <algorithm>
 #include <arpa/inet.h>
 #include <cerrno>
@@ -75,15 +77,7 @@ void FakeDecoder::answerPlainly(const Message& request)
 
 void FakeDecoder::replyBytes(const Message& request, int32_t status, const std::vector<uint8_t>& payload)
 {
-    WireHeader header;
-    header.type = uint16_t(request.header.type | kResponseFlag);
-    header.requestId = request.header.requestId;
-    header.status = status;
-    header.length = uint32_t(payload.size());
-    std::vector<uint8_t> bytes(WireHeader::kSize);
-    header.encode(bytes.data());
-    bytes.insert(bytes.end(), payload.begin(), payload.end());
-    sendRaw(std::move(bytes));
+    sendRaw(RawUdp::message(uint16_t(request.header.type | kResponseFlag), request.header.requestId, status, payload));
 }
 
 void FakeDecoder::sendRaw(std::vector<uint8_t> bytes)

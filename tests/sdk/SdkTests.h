@@ -6,4 +6,3 @@ class QObject;
 QObject* createSessionTests();
 QObject* createConnectionLossTests();
 QObject* createCallTests();
-QObject* createEndToEndTests(); // against the virtual decoder

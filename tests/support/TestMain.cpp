@@ -4,7 +4,10 @@ namespace kvmstest {
 
 void prepareEnvironment()
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    // A test that needs a real display (screen capture under Xvfb) names its platform in
+    // KVMS_TEST_PLATFORM from its CTest command; everything else runs offscreen.
+    const QByteArray platform = qgetenv("KVMS_TEST_PLATFORM");
+    qputenv("QT_QPA_PLATFORM", platform.isEmpty() ? QByteArray("offscreen") : platform);
 }
 
 } // namespace kvmstest

@@ -5,7 +5,8 @@
 
 namespace kvmstest {
 
-// Forces the offscreen platform, so tests never need a display.
+// Forces the offscreen platform, so tests never need a display (unless KVMS_TEST_PLATFORM
+// names another one).
 void prepareEnvironment();
 
 } // namespace kvmstest

@@ -14,4 +14,17 @@ MatrixWindow_t window(uint32_t id, int32_t x, int32_t y, int32_t w, int32_t h, b
     return r;
 }
 
+DeviceInfo_t device(int32_t subWindow, const char* devId)
+{
+    DeviceInfo_t d {};
+    d.subWindow = subWindow;
+    setText(d.devId, devId);
+    setText(d.name, devId);
+    d.channel = subWindow;
+    d.protocol = 1;
+    setText(d.ip, "127.0.0.9");
+    d.mode = 2;
+    return d;
+}
+
 } // namespace kvmstest

@@ -1,21 +1,6 @@
 #include "WallRecords.h"
 
-#include <QDataStream>
-
 namespace wallrecords {
-
-DeviceInfo_t source(int subWindow, const char* devId)
-{
-    DeviceInfo_t d {};
-    d.subWindow = subWindow;
-    setText(d.devId, devId);
-    setText(d.name, devId);
-    d.channel = subWindow;
-    d.protocol = 1;
-    setText(d.ip, "127.0.0.9");
-    d.mode = 2;
-    return d;
-}
 
 SchemeInfo_t scheme(uint32_t id, const char* name, uint32_t interval, int32_t kind)
 {
@@ -83,40 +68,11 @@ DeviceAudioInfo_t audio(const char* state, int windowId, int subWindowId, int vo
     return a;
 }
 
-QByteArray wallPrint(const std::vector<vdec::Window>& windows)
+int64_t turnOf(const vdec::VirtualDecoder* d, int32_t windowId)
 {
-    QByteArray out;
-    QDataStream s(&out, QIODevice::WriteOnly);
-    for (const vdec::Window& w : windows) {
-        s << w.id << w.floating << w.x << w.y << w.w << w.h << w.layer << w.division << w.fullScreenSub << w.sourceKind
-          << w.turnIndex << quint32(w.sources.size());
-        for (const auto& [sub, device] : w.sources)
-            s << sub << bytesOf(device);
-    }
-    return out;
-}
-
-QByteArray statePrint(const vdec::DecoderSnapshot& snapshot)
-{
-    QByteArray out;
-    QDataStream s(&out, QIODevice::WriteOnly);
-    for (const vdec::Scene& scene : snapshot.scenes) {
-        s << scene.id << QByteArray::fromStdString(scene.name) << wallPrint(scene.windows);
-        for (const auto& [window, run] : scene.loops)
-            s << window << run.schemeId << run.startIndex;
-    }
-    for (const vdec::Scheme& scheme : snapshot.schemes) {
-        s << bytesOf(scheme.info);
-        for (const SchemeDevice_t& d : scheme.devices)
-            s << bytesOf(d);
-    }
-    for (const auto& [window, run] : snapshot.loops)
-        s << window << run.schemeId << run.startIndex;
-    s << bytesOf(snapshot.banner) << bytesOf(snapshot.audio);
-    for (const auto& [cell, color] : snapshot.screenColors)
-        s << cell.first << cell.second << bytesOf(color);
-    s << wallPrint(snapshot.windows);
-    return out;
+    const vdec::DecoderSnapshot s = d->snapshot();
+    const auto it = s.loops.find(windowId);
+    return it == s.loops.end() ? -1 : it->second.turn;
 }
 
 } // namespace wallrecords

@@ -1,6 +1,5 @@
 #include "TestMain.h"
 #include "WallRecords.h"
-#include "WallSdk.h"
 #include "WallTests.h"
 
 #include <string>
@@ -18,7 +17,8 @@ void WallTests::cleanupTestCase()
     validationFixture_.cleanup();
 }
 
-vdec::VirtualDecoder* WallTests::standardWall(kvmstest::DecoderFixture& fixture, int n, WallSdk& sdk, int turnUnitMs)
+vdec::VirtualDecoder* WallTests::standardWall(
+    kvmstest::DecoderFixture& fixture, int n, kvmstest::SdkSession& sdk, int turnUnitMs)
 {
     vdec::VirtualDecoder* d
         = fixture.startDecoder(n, [turnUnitMs](vdec::DecoderConfig& c) { c.turnUnitMs = turnUnitMs; });
@@ -27,7 +27,7 @@ vdec::VirtualDecoder* WallTests::standardWall(kvmstest::DecoderFixture& fixture,
     const CMHANDLE h = sdk.handle();
     const MatrixWindow_t windows[]
         = { window(1, 0, 0, 16384, 16384), window(2, 1000, 1000, 8000, 6000, true), window(3, 16384, 0, 16384, 16384) };
-    const DeviceInfo_t sources[] = { source(1, "cam-1"), source(3, "cam-3") };
+    const DeviceInfo_t sources[] = { device(1, "cam-1"), device(3, "cam-3") };
     SchemeDevice_t loopSources[6];
     for (int i = 0; i < 6; ++i)
         loopSources[i] = schemeSource(("loop-" + std::to_string(i)).c_str());

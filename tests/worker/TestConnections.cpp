@@ -134,12 +134,10 @@ void TestWorker::failedLoginReportsBothSignals()
     const QVariantList error = errors.at(0);
     QCOMPARE(error.at(0).toString(), d->address());
     QCOMPARE(error.at(2).value<void*>(), static_cast<void*>(&tag));
-    const auto info = error.at(1).value<ConnectErrorMsgInfo>();
-    QCOMPARE(info.errCode, expected.errCode);
-    QCOMPARE(info.errNum, expected.errNum);
-    QCOMPARE(info.sumNum, expected.sumNum);
-    QCOMPARE(info.lockTime, expected.lockTime);
-    QCOMPARE(info.unlockTime > 0, expected.unlockTime > 0);
+    const auto fields = [](const ConnectErrorMsgInfo& i) {
+        return QVariantList { i.errCode, i.errNum, i.sumNum, i.lockTime, i.unlockTime > 0 };
+    };
+    QCOMPARE(fields(error.at(1).value<ConnectErrorMsgInfo>()), fields(expected));
 }
 
 void TestWorker::lostDecoderIsReportedOnce_data()

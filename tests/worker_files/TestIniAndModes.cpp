@@ -90,7 +90,6 @@ void TestWorkerFiles::iniLogin_data()
         { "plain", "127.0.0.2", "admin", "12345", "127.0.0.2" },
         { "blanks around ip", " \t127.0.0.3 ", "admin", "a=b;c", "127.0.0.3" },
         { "non-ASCII", "127.0.0.4", "\xE7\x94\xA8\xE6\x88\xB7", "p\xC3\xA4ss", "127.0.0.4" },
-        { "empty credentials", "127.0.0.5", "", "", "127.0.0.5" },
     };
     for (const auto& row : rows)
         QTest::newRow(row[0]) << QString::fromUtf8(row[1]) << QString::fromUtf8(row[2]) << QString::fromUtf8(row[3])

@@ -49,19 +49,14 @@ void TestWorkerFiles::errorTable_data()
 </ErrorCodeInfo>
 )";
     QTest::newRow("match") << table << -7 << "Incorrect user name or password";
-    QTest::newRow("success") << table << 0 << "Success";
     QTest::newRow("unknown code") << table << -99 << "-99";
     QTest::newRow("sibling of another name") << table << -8 << "under another name";
-    QTest::newRow("entry without text") << table << -9 << "";
     QTest::newRow("nested entry not walked") << table << -10 << "-10";
-    QTest::newRow("code 0 with no entry")
-        << QByteArray(R"(<T><ErrorCode CodeValue="1" ErrorDescripZH="one"/></T>)") << 0 << "0";
     QTest::newRow("walk starts at first ErrorCode") << QByteArray(
         R"(<T><Other CodeValue="-3" ErrorDescripZH="x"/><ErrorCode CodeValue="1" ErrorDescripZH="y"/></T>)")
                                                     << -3 << "-3";
     QTest::newRow("missing file") << QByteArray() << -7 << "-7";
     QTest::newRow("broken xml") << QByteArray(R"(<T><ErrorCode CodeValue="-7" ErrorDescripZH="x"/>)") << -7 << "-7";
-    QTest::newRow("not xml") << QByteArray("ErrorCode -7 = x") << -7 << "-7";
 }
 
 void TestWorkerFiles::errorTable()
@@ -104,17 +99,12 @@ void TestWorkerFiles::loginError_data()
     QTest::newRow("lock time 119 s is 1 min")
         << QByteArray(R"({"ERRCODE":"PASSWDERR","PARAM":{"ERRNUM":1,"SUMNUM":3,"LOCKTIME":119}})")
         << with("PASSWDERR", 1, 3, 1, 9);
-    QTest::newRow("wrong password, empty PARAM")
-        << QByteArray(R"({"ERRCODE":"PASSWDERR","PARAM":{}})") << with("PASSWDERR", 9, 9, 9, 9);
     QTest::newRow("locked") << QByteArray(R"({"ERRCODE":"USERLOCK","PARAM":{"UNLOCKTIME":125}})")
                             << with("USERLOCK", 9, 9, 9, 125);
-    QTest::newRow("locked, empty PARAM") << QByteArray(R"({"ERRCODE":"USERLOCK","PARAM":{}})")
-                                         << with("USERLOCK", 9, 9, 9, 9);
     QTest::newRow("locked ignores attempt counts")
         << QByteArray(R"({"ERRCODE":"USERLOCK","PARAM":{"ERRNUM":4,"UNLOCKTIME":7}})") << with("USERLOCK", 9, 9, 9, 7);
     QTest::newRow("other code") << QByteArray(R"({"ERRCODE":"NOUSER","PARAM":{"ERRNUM":4,"UNLOCKTIME":7}})")
                                 << with("NOUSER", 9, 9, 9, 9);
-    QTest::newRow("empty object") << QByteArray("{}") << old;
     QTest::newRow("truncated") << QByteArray(R"({"ERRCODE":"PASSWDERR","PARAM":{"ERRNUM":2)") << old;
     QTest::newRow("null pointer") << QByteArray() << old;
 }
@@ -125,11 +115,10 @@ void TestWorkerFiles::loginError()
     QFETCH(ConnectErrorMsgInfo, expected);
     ConnectErrorMsgInfo info { QStringLiteral("old"), 9, 9, 9, 9 };
     MatrixSdkWorker::parseConnectErrorMsg(text.isNull() ? nullptr : text.constData(), info);
-    QCOMPARE(info.errCode, expected.errCode);
-    QCOMPARE(info.errNum, expected.errNum);
-    QCOMPARE(info.sumNum, expected.sumNum);
-    QCOMPARE(info.lockTime, expected.lockTime);
-    QCOMPARE(info.unlockTime, expected.unlockTime);
+    const auto fields = [](const ConnectErrorMsgInfo& i) {
+        return QVariantList { i.errCode, i.errNum, i.sumNum, i.lockTime, i.unlockTime };
+    };
+    QCOMPARE(fields(info), fields(expected));
 }
 
 void TestWorkerFiles::callLog_data()

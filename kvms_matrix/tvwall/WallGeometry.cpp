@@ -1,0 +1,94 @@
+#include "WallGeometry.h"
+
+#include <algorithm>
+
+namespace kvms_matrix {
+
+WallGeometry::WallGeometry(int rows, int cols)
+    : m_rows(std::max(rows, 1))
+    , m_cols(std::max(cols, 1))
+    // More cells than units would make a cell 0 units wide; keep it at least 1.
+    , m_unitW(std::max(kUnits / m_cols, 1))
+    , m_unitH(std::max(kUnits / m_rows, 1))
+{
+}
+
+std::vector<MatrixWindow_t> WallGeometry::grid() const
+{
+    std::vector<MatrixWindow_t> records;
+    records.reserve(size_t(m_rows) * size_t(m_cols));
+    for (int r = 0; r < m_rows; ++r) {
+        for (int c = 0; c < m_cols; ++c) {
+            MatrixWindow_t w {};
+            w.id = uint32_t(cellId(r, c));
+            w.x = c * m_unitW;
+            w.y = r * m_unitH;
+            w.w = m_unitW;
+            w.h = m_unitH;
+            records.push_back(w);
+        }
+    }
+    return records;
+}
+
+MatrixWindowInfo WallGeometry::windowOf(const MatrixWindowStatus_t& status) const
+{
+    const MatrixWindow_t& record = status.window;
+    MatrixWindowInfo info;
+    info.windowId = int(record.id);
+    info.windowIndex = info.windowId - 1;
+    info.layer = status.layer == 0 ? -1 : status.layer;
+    info.x = record.x;
+    info.y = record.y;
+    info.w = record.w;
+    info.h = record.h;
+    if (status.sourceKind == 1)
+        info.turnIndex = status.turnIndex - 1;
+    if (record.floating) {
+        info.windowType = 2;
+        return info;
+    }
+    if (record.w <= m_unitW && record.h <= m_unitH) {
+        info.windowType = 0;
+        return info;
+    }
+    info.windowType = 1;
+    info.spanCols = record.w / m_unitW;
+    info.spanRows = record.h / m_unitH;
+    for (int i = 0; i < info.spanRows; ++i) {
+        for (int j = 0; j < info.spanCols; ++j)
+            info.cells.append(MatrixCellInfo { info.windowId + i * m_cols + j, i, j });
+    }
+    return info;
+}
+
+MatrixWindow_t WallGeometry::recordOf(const MatrixWindowInfo& window, bool floating)
+{
+    MatrixWindow_t record {};
+    record.id = uint32_t(window.windowId);
+    record.floating = floating ? 1 : 0;
+    record.x = window.x;
+    record.y = window.y;
+    record.w = window.w;
+    record.h = window.h;
+    return record;
+}
+
+std::vector<MatrixWindow_t> WallGeometry::cellsOf(const MatrixWindowInfo& spliced)
+{
+    const int cellW = spliced.w / std::max(spliced.spanCols, 1);
+    const int cellH = spliced.h / std::max(spliced.spanRows, 1);
+    std::vector<MatrixWindow_t> records;
+    for (const MatrixCellInfo& cell : spliced.cells) {
+        MatrixWindow_t record {};
+        record.id = uint32_t(cell.cellId);
+        record.x = cell.column * cellW + spliced.x;
+        record.y = cell.row * cellH + spliced.y;
+        record.w = cellW;
+        record.h = cellH;
+        records.push_back(record);
+    }
+    return records;
+}
+
+} // namespace kvms_matrix

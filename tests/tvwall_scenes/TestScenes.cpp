@@ -1,0 +1,241 @@
+// Scenes through the worker, and every task of this area without a usable connection.
+#include "ScenesTests.h"
+
+#include "TestTimeout.h"
+
+#include <QtTest>
+
+#include <functional>
+
+using namespace kvms_matrix;
+using kvmstest::scaled;
+
+namespace {
+
+int devIdShown(const vdec::Window* window, int sub)
+{
+    if (!window || !window->sources.count(sub))
+        return 0;
+    return QByteArray(window->sources.at(sub).devId).mid(4).toInt(); // "cam-N"
+}
+
+} // namespace
+
+void TvWallScenesTest::newSceneId_data()
+{
+    QTest::addColumn<QList<int>>("existing");
+    QTest::addColumn<int>("requested");
+    QTest::addColumn<int>("expected");
+    QTest::addColumn<int>("scenesAfter");
+    QTest::newRow("first free between 1, 2 and 4") << QList<int> { 1, 2, 4 } << -1 << 3 << 4;
+    QTest::newRow("explicit id overwrites") << QList<int> { 1, 2 } << 2 << 2 << 2;
+}
+
+void TvWallScenesTest::newSceneId()
+{
+    QFETCH(QList<int>, existing);
+    QFETCH(int, requested);
+    QFETCH(int, expected);
+    QFETCH(int, scenesAfter);
+    vdec::VirtualDecoder* d = startDecoder(200);
+    QVERIFY(d);
+    RawWall raw(d);
+    QVERIFY(raw.ok());
+    for (int id : existing)
+        QCOMPARE(raw.createScene(uint32_t(id), "old"), CMATRIX_OK);
+    const Handle h = connectWorker(d);
+    QVERIFY(h);
+
+    int marker = 0;
+    QueuedSignalSpy saved(worker(), &MatrixSdkWorker::signalSaveSceneResult);
+    worker()->saveScene(h, requested, QStringLiteral("Morning"), &marker);
+    QVERIFY(saved.wait(scaled(5000)));
+    QCOMPARE(saved.at(0).at(0).toInt(), CMATRIX_OK);
+    QCOMPARE(saved.at(0).at(1).toInt(), expected);
+    QCOMPARE(saved.at(0).at(2).toString(), QStringLiteral("Morning"));
+    QCOMPARE(saved.at(0).at(3).value<void*>(), static_cast<void*>(&marker));
+
+    const vdec::DecoderSnapshot s = d->snapshot();
+    QCOMPARE(int(s.scenes.size()), scenesAfter);
+    QVERIFY(s.scene(uint32_t(expected)));
+    QCOMPARE(QString::fromStdString(s.scene(uint32_t(expected))->name), QStringLiteral("Morning"));
+}
+
+void TvWallScenesTest::renameStoresTheCurrentWall_data()
+{
+    QTest::addColumn<int>("sceneId");
+    QTest::addColumn<int>("ret");
+    QTest::newRow("existing scene") << 5 << CMATRIX_OK;
+    QTest::newRow("unknown scene writes nothing") << 6 << CMATRIX_ERR_SCENE_NOT_FOUND;
+}
+
+void TvWallScenesTest::renameStoresTheCurrentWall()
+{
+    QFETCH(int, sceneId);
+    QFETCH(int, ret);
+    vdec::VirtualDecoder* d = startDecoder(201);
+    QVERIFY(d);
+    RawWall raw(d);
+    QVERIFY(raw.ok());
+    QCOMPARE(raw.addWindow(1), CMATRIX_OK);
+    QCOMPARE(raw.bind(1, 1, "cam-1"), CMATRIX_OK);
+    QCOMPARE(raw.createScene(5, "old"), CMATRIX_OK);
+    QCOMPARE(raw.bind(1, 1, "cam-2"), CMATRIX_OK); // the wall moves on after the save
+    const Handle h = connectWorker(d);
+    QVERIFY(h);
+
+    QueuedSignalSpy modified(worker(), &MatrixSdkWorker::signalModifySceneResult);
+    worker()->modifyScene(h, sceneId, QStringLiteral("renamed"));
+    QVERIFY(modified.wait(scaled(5000)));
+    QCOMPARE(modified.at(0).at(0).toInt(), ret);
+    QCOMPARE(modified.at(0).at(1).toInt(), sceneId);
+
+    const vdec::DecoderSnapshot s = d->snapshot();
+    QCOMPARE(int(s.scenes.size()), 1);
+    const vdec::Scene* scene = s.scene(uint32_t(ret == CMATRIX_OK ? sceneId : 5));
+    QVERIFY(scene);
+    QCOMPARE(
+        QString::fromStdString(scene->name), ret == CMATRIX_OK ? QStringLiteral("renamed") : QStringLiteral("old"));
+    QCOMPARE(int(scene->windows.size()), 1);
+    QCOMPARE(devIdShown(&scene->windows.front(), 1), ret == CMATRIX_OK ? 2 : 1);
+}
+
+void TvWallScenesTest::restoreListAndRemove()
+{
+    vdec::VirtualDecoder* d = startDecoder(202);
+    QVERIFY(d);
+    RawWall raw(d);
+    QVERIFY(raw.ok());
+    QCOMPARE(raw.addWindow(1), CMATRIX_OK);
+    QCOMPARE(raw.bind(1, 1, "cam-7"), CMATRIX_OK);
+    const Handle h = connectWorker(d);
+    QVERIFY(h);
+    MatrixSdkWorker* w = worker();
+
+    QueuedSignalSpy saved(w, &MatrixSdkWorker::signalSaveSceneResult);
+    w->saveScene(h, -1, QStringLiteral("seven"), nullptr);
+    QVERIFY(saved.wait(scaled(5000)));
+    QCOMPARE(raw.bind(1, 1, "cam-8"), CMATRIX_OK);
+
+    QueuedSignalSpy restored(w, &MatrixSdkWorker::signalRestoreSceneResult);
+    QueuedSignalSpy listed(w, &MatrixSdkWorker::signalGetSceneInfoResult);
+    QueuedSignalSpy removed(w, &MatrixSdkWorker::signalRemoveSceneResult);
+    w->restoreScene(h, 1);
+    w->getScene(h);
+    w->removeScene(h, 1);
+    w->removeScene(h, 1);
+    w->getScene(h);
+    QTRY_COMPARE_WITH_TIMEOUT(listed.count(), 2, scaled(5000));
+    QCOMPARE(restored.at(0).at(0).toInt(), CMATRIX_OK);
+    QCOMPARE(devIdShown(d->snapshot().window(1), 1), 7);
+    const auto before = listed.at(0).at(0).value<QList<MatrixSceneInfo>>();
+    QCOMPARE(before.size(), 1);
+    QCOMPARE(before.at(0).sceneId, 1);
+    QCOMPARE(before.at(0).sceneName, QStringLiteral("seven"));
+    QCOMPARE(removed.at(0).at(0).toInt(), CMATRIX_OK);
+    QCOMPARE(removed.at(1).at(0).toInt(), CMATRIX_ERR_SCENE_NOT_FOUND);
+    QVERIFY(listed.at(1).at(0).value<QList<MatrixSceneInfo>>().isEmpty());
+    // The list goes to the call log as JSON under the routine's name.
+    QVERIFY(logText().contains(QStringLiteral(R"(funcName = getMatrixScenes , params { mHandle = )")));
+    QVERIFY(logText().contains(QStringLiteral(R"( , ret = {"ret":[{"sceneId":1,"sceneName":"seven"}]}  , time = )")));
+}
+
+void TvWallScenesTest::sceneNameIsCutToItsField()
+{
+    vdec::VirtualDecoder* d = startDecoder(203);
+    QVERIFY(d);
+    const Handle h = connectWorker(d);
+    QVERIFY(h);
+    // 150 two-byte characters do not fit 99 bytes: the cut falls between two characters.
+    const QString longName(150, QChar(0x00E9));
+    QueuedSignalSpy saved(worker(), &MatrixSdkWorker::signalSaveSceneResult);
+    worker()->saveScene(h, -1, longName, nullptr);
+    QVERIFY(saved.wait(scaled(5000)));
+    QCOMPARE(saved.at(0).at(0).toInt(), CMATRIX_OK);
+    QCOMPARE(saved.at(0).at(2).toString(), longName.left(49));
+    QCOMPARE(QString::fromStdString(d->snapshot().scene(1)->name), longName.left(49));
+}
+
+namespace {
+
+// One task of this area, queued with the given connection, and the signal that answers it.
+struct Operation {
+    const char* signal;
+    bool silentWithNull; // no answer at all for a null handle
+    bool silentWhenDisconnected;
+    std::function<void(MatrixSdkWorker*, const TvWallScenesTest::Handle&)> queue;
+};
+
+const QList<Operation>& operations()
+{
+    using H = TvWallScenesTest::Handle;
+    static const QList<Operation> list = {
+        { "signalSaveSceneResult", false, false,
+            [](MatrixSdkWorker* w, const H& h) { w->saveScene(h, -1, "x", nullptr); } },
+        { "signalRemoveSceneResult", false, false, [](MatrixSdkWorker* w, const H& h) { w->removeScene(h, 1); } },
+        { "signalRestoreSceneResult", false, false, [](MatrixSdkWorker* w, const H& h) { w->restoreScene(h, 1); } },
+        { "signalModifySceneResult", false, false, [](MatrixSdkWorker* w, const H& h) { w->modifyScene(h, 1, "y"); } },
+        { "signalSetLoopInfoResult", false, false,
+            [](MatrixSdkWorker* w, const H& h) { w->setLoopInfo(h, MatrixLoopInfo()); } },
+        { "signalRemoveLoopInfoResult", false, false, [](MatrixSdkWorker* w, const H& h) { w->removeLoopInfo(h, 1); } },
+        { "signalSetBannerResult", false, false,
+            [](MatrixSdkWorker* w, const H& h) { w->setBanner(h, MatrixBannerInfo()); } },
+        { "signalMatrixSetScreenColorResult", false, false,
+            [](MatrixSdkWorker* w, const H& h) { w->setMatrixScreenColor(h, 0, 0, ScreenColor {}); } },
+        { "signalSetAudioOutputEnableResult", false, false,
+            [](MatrixSdkWorker* w, const H& h) { w->setAudioOutputEnable(h, 1, 1, 50, true); } },
+        { "signalSetWindowSignalSourceResult", false, false,
+            [](MatrixSdkWorker* w, const H& h) { w->startPlayHdmiVideo(h, MatrixWindowInfo(), 1, 0); } },
+        { "signalClearWindowResult", false, false,
+            [](MatrixSdkWorker* w, const H& h) { w->stopPlayDevFile(h, MatrixWindowInfo(), 1); } },
+        // Without divisions to report a loop start answers nothing; a hide answers nothing only
+        // for a null handle.
+        { "signalRestoreLoopInfoResult", true, true,
+            [](MatrixSdkWorker* w, const H& h) { w->restoreLoopInfo(h, 0, 1, MatrixLoopInfo()); } },
+        { "signalRemoveBannerResult", true, false, [](MatrixSdkWorker* w, const H& h) { w->removeBanner(h); } },
+    };
+    return list;
+}
+
+} // namespace
+
+void TvWallScenesTest::withoutConnection_data()
+{
+    QTest::addColumn<int>("operation");
+    QTest::addColumn<bool>("disconnected"); // else a null handle
+    for (int i = 0; i < operations().size(); ++i) {
+        const QByteArray name = operations().at(i).signal;
+        QTest::newRow(QByteArray(name + " " + QByteArray::number(i) + ", null").constData()) << i << false;
+        QTest::newRow(QByteArray(name + " " + QByteArray::number(i) + ", disconnected").constData()) << i << true;
+    }
+}
+
+void TvWallScenesTest::withoutConnection()
+{
+    QFETCH(int, operation);
+    QFETCH(bool, disconnected);
+    vdec::VirtualDecoder* d = startDecoder(204);
+    QVERIFY(d);
+    MatrixSdkWorker* w = worker();
+    Handle h = connectWorker(d); // also makes sure the worker's thread runs
+    QVERIFY(h);
+    QueuedSignalSpy gone(w, &MatrixSdkWorker::signalDisconnectMatrixResult);
+    w->disconnectMatrix(h);
+    QVERIFY(gone.wait(scaled(5000)));
+    if (!disconnected)
+        h.reset();
+    const vdec::DecoderSnapshot before = d->snapshot();
+
+    SignalRecorder recorder(w, MatrixSdkWorker::staticMetaObject);
+    const Operation& op = operations().at(operation);
+    op.queue(w, h);
+    w->getScene(Handle()); // answered in order, after the task under test
+    QTRY_COMPARE_WITH_TIMEOUT(recorder.count("signalGetSceneInfoResult"), 1, scaled(5000));
+    if (disconnected ? op.silentWhenDisconnected : op.silentWithNull) {
+        QCOMPARE(recorder.total(), 1);
+        return;
+    }
+    QCOMPARE(recorder.count(op.signal), 1);
+    QCOMPARE(recorder.argsOf(op.signal).at(0).at(0).toInt(), CMATRIX_ERR_FAILED);
+    QCOMPARE(int(d->snapshot().scenes.size()), int(before.scenes.size()));
+}

@@ -1,0 +1,81 @@
+#pragma once
+
+// Windows, layout and signal sources end to end: the real worker, the real SDK and in-process
+// virtual decoders on 127.0.0.230 to 249. Each slot uses decoders of its own and leaves the
+// connection registry empty. The worker's INI mirror and the call log live in a temporary
+// working directory.
+
+#include "MatrixSdkWorker.h"
+
+#include "DecoderFixture.h"
+#include "SdkSession.h"
+
+#include <QObject>
+#include <QSharedPointer>
+#include <QTemporaryDir>
+
+#include <memory>
+
+class TvWallWindowsTest : public QObject {
+    Q_OBJECT
+
+public:
+    using Handle = QSharedPointer<kvms_matrix::CSharedHandle>;
+    static kvms_matrix::MatrixSdkWorker* worker();
+
+private:
+    vdec::VirtualDecoder* startDecoder(int host);
+    // Connects through the worker and waits for the result; null on failure.
+    Handle connectWorker(const vdec::VirtualDecoder* decoder);
+    // Starts decoder_ on 127.0.0.host, lays a wall of rows x cols cells (one window per cell)
+    // through the test's own connection sdk_, and connects the worker; null on any failure.
+    Handle wallOn(int host, int rows, int cols);
+    // The wall as the worker reads it (getWindowInfo), with the rows and columns it reports.
+    static QList<kvms_matrix::MatrixWindowInfo> readWall(
+        const Handle& handle, int* rows = nullptr, int* cols = nullptr);
+    // The window record a form holds for window `id` of `division` sub-windows, with no sources.
+    static kvms_matrix::MatrixWindowInfo windowInfo(int id, int division);
+    // Binds `window` through the worker and returns the result signal's ret.
+    static int bind(const Handle& handle, const kvms_matrix::MatrixWindowInfo& window, int subWindowId,
+        kvms_matrix::MatrixWindowInfo* echoed = nullptr);
+    static QString logText();
+
+    kvmstest::DecoderFixture fixture_;
+    vdec::VirtualDecoder* decoder_ = nullptr;
+    std::unique_ptr<kvmstest::SdkSession> sdk_;
+    QTemporaryDir dir_;
+    QString previousDir_;
+
+private slots:
+    void initTestCase();
+    void cleanup();
+    void cleanupTestCase();
+
+    // TestReading.cpp
+    void windowsReadBack_data();
+    void windowsReadBack();
+    void zeroByZeroWallReadsAsOneCell();
+    void readingIsLogged();
+
+    // TestWindows.cpp
+    void addWindow_data();
+    void addWindow();
+    void removingASplicedWindowGivesItsCellsBack();
+    void split_data();
+    void split();
+    void clearingOneSubWindowRewritesTheOthers();
+    void clearingAWholeWindowStopsItsLoop();
+    void fullScreenAndMove();
+    void withoutUsableConnection_data();
+    void withoutUsableConnection();
+
+    // TestSources.cpp
+    void sourceDescriptors_data();
+    void sourceDescriptors();
+    void displayDeviceGetsADistribution();
+    void pictureIsPushedToItsSubWindow();
+    void desktopStartsTheCaptureForItsSubWindow();
+
+    // TestLayout.cpp
+    void newLayoutStartsCleanAndReadsBack();
+};
