@@ -96,6 +96,8 @@ void DesktopTests::checkDesktopOnWall(vdec::VirtualDecoder* d, const CaptureRig:
     // Sub-window 2 of four is the wall's top-right quarter: the desktop, shrunk, is there.
     const QImage wall = MonitorClient(d->address(), d->httpPort()).wall(1920);
     QCOMPARE(wall.size(), QSize(1920, 1080));
+    if (qEnvironmentVariableIsSet("KVMS_SAVE_WALL")) // to look at it: a file name
+        wall.save(qEnvironmentVariable("KVMS_SAVE_WALL"));
     for (double fy : { 0.2, 0.8 }) {
         for (double fx : { 0.2, 0.8 }) {
             const QColor seen = at(wall, 0.5 + fx / 2, fy / 2);
