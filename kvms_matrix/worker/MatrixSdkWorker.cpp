@@ -3,6 +3,7 @@
 
 #include "KovCapThread.h"
 #include "SyncLocker.h"
+#include "TaskKeys.h"
 #include "UpdateContext.h"
 
 #include "KSingleton.h"
@@ -78,6 +79,16 @@ WorkerTaskParam MatrixSdkWorker::makeTask(int kind, QSharedPointer<CSharedHandle
     WorkerTaskParam task;
     task.taskType = kind;
     task.handle = std::move(handle);
+    return task;
+}
+
+WorkerTaskParam MatrixSdkWorker::makeWindowTask(
+    int kind, QSharedPointer<CSharedHandle> handle, const MatrixWindowInfo& window, int subWindowId)
+{
+    WorkerTaskParam task = makeTask(kind, std::move(handle));
+    task.params.insert(TaskKeys::kWindowId, window.windowId);
+    task.params.insert(TaskKeys::kSubWindowId, subWindowId);
+    task.userData = new MatrixWindowInfo(window);
     return task;
 }
 

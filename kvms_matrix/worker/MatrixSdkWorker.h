@@ -319,6 +319,9 @@ private:
     void connectSignalsWithSlots();
     void startIfStopped();
     static WorkerTaskParam makeTask(int kind, QSharedPointer<CSharedHandle> handle = {});
+    // A task about one sub-window: window and sub-window ids as keys, the window as a heap copy.
+    static WorkerTaskParam makeWindowTask(
+        int kind, QSharedPointer<CSharedHandle> handle, const MatrixWindowInfo& window, int subWindowId);
     bool takeTask(WorkerTaskParam& task);
     void dispatch(const WorkerTaskParam& task);
     static TaskHandler handlerOf(int kind);

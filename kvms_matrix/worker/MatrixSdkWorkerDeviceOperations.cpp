@@ -139,44 +139,32 @@ void MatrixSdkWorker::getDevPlayFileList(
 void MatrixSdkWorker::startPlayDevFile(
     QSharedPointer<CSharedHandle> handle, const MatrixWindowInfo& window, int subWindowId, const QString& path)
 {
-    WorkerTaskParam task = makeTask(TaskKind::StartPlayDevFile, std::move(handle));
-    task.params.insert(TaskKeys::kWindowId, window.windowId);
-    task.params.insert(TaskKeys::kSubWindowId, subWindowId);
+    WorkerTaskParam task = makeWindowTask(TaskKind::StartPlayDevFile, std::move(handle), window, subWindowId);
     task.params.insert(TaskKeys::kFilePath, path);
-    task.userData = new MatrixWindowInfo(window);
     queueTask(task);
 }
 
 void MatrixSdkWorker::stopPlayDevFile(
     QSharedPointer<CSharedHandle> handle, const MatrixWindowInfo& window, int subWindowId)
 {
-    WorkerTaskParam task = makeTask(TaskKind::StopPlayDevFile, std::move(handle));
-    task.params.insert(TaskKeys::kWindowId, window.windowId);
-    task.params.insert(TaskKeys::kSubWindowId, subWindowId);
+    WorkerTaskParam task = makeWindowTask(TaskKind::StopPlayDevFile, std::move(handle), window, subWindowId);
     task.params.insert(TaskKeys::kDevId, subWindowDeviceId(window, subWindowId));
-    task.userData = new MatrixWindowInfo(window);
     queueTask(task);
 }
 
 void MatrixSdkWorker::startPlayHdmiVideo(
     QSharedPointer<CSharedHandle> handle, const MatrixWindowInfo& window, int subWindowId, int input)
 {
-    WorkerTaskParam task = makeTask(TaskKind::StartPlayHdmiVideo, std::move(handle));
+    WorkerTaskParam task = makeWindowTask(TaskKind::StartPlayHdmiVideo, std::move(handle), window, subWindowId);
     task.taskValue = input;
-    task.params.insert(TaskKeys::kWindowId, window.windowId);
-    task.params.insert(TaskKeys::kSubWindowId, subWindowId);
-    task.userData = new MatrixWindowInfo(window);
     queueTask(task);
 }
 
 void MatrixSdkWorker::startPlayVideoStream(
     QSharedPointer<CSharedHandle> handle, const MatrixWindowInfo& window, int subWindowId, const QString& url)
 {
-    WorkerTaskParam task = makeTask(TaskKind::StartPlayVideoStream, std::move(handle));
-    task.params.insert(TaskKeys::kWindowId, window.windowId);
-    task.params.insert(TaskKeys::kSubWindowId, subWindowId);
+    WorkerTaskParam task = makeWindowTask(TaskKind::StartPlayVideoStream, std::move(handle), window, subWindowId);
     task.params.insert(TaskKeys::kFilePath, url);
-    task.userData = new MatrixWindowInfo(window);
     queueTask(task);
 }
 
