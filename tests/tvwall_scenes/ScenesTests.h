@@ -11,6 +11,7 @@
 #include "QueuedSignalSpy.h"
 #include "SdkSession.h"
 #include "SignalRecorder.h"
+#include "WorkerSuite.h"
 
 #include <QObject>
 #include <QSharedPointer>
@@ -35,24 +36,13 @@ private:
     bool m_ok = false;
 };
 
-class TvWallScenesTest : public QObject {
+class TvWallScenesTest : public QObject, public kvmstest::WorkerSuite {
     Q_OBJECT
-
-public:
-    using Handle = QSharedPointer<kvms_matrix::CSharedHandle>;
-    static kvms_matrix::MatrixSdkWorker* worker();
 
 private:
     vdec::VirtualDecoder* startDecoder(int host, const kvmstest::DecoderFixture::Tweak& tweak = {});
-    // Connects through the worker and waits for the result; null on failure.
-    Handle connectWorker(const vdec::VirtualDecoder* decoder);
-    // The window record a form would hold for window `id` of `division` sub-windows.
-    static kvms_matrix::MatrixWindowInfo windowInfo(int id, int division);
-    static QString logText();
 
     kvmstest::DecoderFixture fixture_;
-    QTemporaryDir dir_;
-    QString previousDir_;
 
 private slots:
     void initTestCase();

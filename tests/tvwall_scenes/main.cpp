@@ -58,78 +58,25 @@ int RawWall::createScheme(uint32_t id, const char* name, const QStringList& sour
     return CMatrix_SchemeAddDevices(m_sdk.handle(), id, devices.data(), int(devices.size()), true);
 }
 
-MatrixSdkWorker* TvWallScenesTest::worker()
-{
-    return KCOMMON::KSingleton<MatrixSdkWorker>::instance();
-}
-
 vdec::VirtualDecoder* TvWallScenesTest::startDecoder(int host, const kvmstest::DecoderFixture::Tweak& tweak)
 {
     return fixture_.startDecoder(host, tweak);
 }
 
-TvWallScenesTest::Handle TvWallScenesTest::connectWorker(const vdec::VirtualDecoder* decoder)
-{
-    kvms_matrix::MatrixInfo info;
-    info.type = 0;
-    info.ip = decoder->address();
-    info.manager_port = decoder->port();
-    info.port = decoder->port();
-    info.username = decoder->config().adminUser;
-    info.password = decoder->config().adminPassword;
-    QueuedSignalSpy results(worker(), &MatrixSdkWorker::signalConnectMatrixResult);
-    worker()->connectMatrix(info, nullptr);
-    if (!results.wait(scaled(6000)) || results.at(0).at(1).toInt() != CMATRIX_OK)
-        return {};
-    return results.at(0).at(0).value<Handle>();
-}
-
-kvms_matrix::MatrixWindowInfo TvWallScenesTest::windowInfo(int id, int division)
-{
-    kvms_matrix::MatrixWindowInfo window;
-    window.windowId = id;
-    window.windowIndex = id - 1;
-    window.division = division;
-    for (int k = 0; k < division; ++k) {
-        kvms_matrix::MatrixSubWindowInfo sub;
-        sub.subWindowId = k + 1;
-        sub.subWindowIndex = k;
-        window.subWindows.append(sub);
-    }
-    return window;
-}
-
-QString TvWallScenesTest::logText()
-{
-    QFile file(vms_sdk::log_file());
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
-}
-
 void TvWallScenesTest::initTestCase()
 {
-    QVERIFY(dir_.isValid());
-    previousDir_ = QDir::currentPath();
-    QVERIFY(QDir::setCurrent(dir_.path())); // "tvWallConfig.ini" is opened by its bare name
-    vms_sdk::set_log_file(dir_.filePath("client.log"));
-    QVERIFY(worker());
+    QVERIFY(enterWorkDirectory());
 }
 
 void TvWallScenesTest::cleanup()
 {
-    MatrixSdkWorker* w = worker();
-    if (w->isRunning() && w->isWorkerRunning()) {
-        w->disconnectAllMatrix();
-        QTRY_VERIFY_WITH_TIMEOUT(w->registeredHandles().isEmpty() && w->pendingTaskCount() == 0, scaled(10000));
-    }
+    QVERIFY(settleWorker());
     fixture_.cleanup();
-    QFile::remove(dir_.filePath("tvWallConfig.ini"));
 }
 
 void TvWallScenesTest::cleanupTestCase()
 {
-    worker()->finishPendingAndStop();
-    QVERIFY(worker()->wait(scaled(10000)));
-    QDir::setCurrent(previousDir_);
+    QVERIFY(leaveWorkDirectory());
 }
 
 KVMS_TEST_MAIN(TvWallScenesTest)

@@ -146,7 +146,7 @@ void TvWallWindowsTest::pictureIsPushedToItsSubWindow()
     QCOMPARE(CMatrix_WindowSetDivision(*sdk_, 1, 4), CMATRIX_OK);
     QImage image(64, 48, QImage::Format_RGB32);
     image.fill(Qt::red);
-    const QString path = dir_.filePath(QStringLiteral("sea.jpg"));
+    const QString path = workDir_.filePath(QStringLiteral("sea.jpg"));
     QVERIFY(image.save(path, "JPG"));
 
     MatrixWindowInfo window = windowInfo(1, 4);

@@ -9,6 +9,7 @@
 
 #include "DecoderFixture.h"
 #include "SdkSession.h"
+#include "WorkerSuite.h"
 
 #include <QObject>
 #include <QSharedPointer>
@@ -16,35 +17,24 @@
 
 #include <memory>
 
-class TvWallWindowsTest : public QObject {
+class TvWallWindowsTest : public QObject, public kvmstest::WorkerSuite {
     Q_OBJECT
-
-public:
-    using Handle = QSharedPointer<kvms_matrix::CSharedHandle>;
-    static kvms_matrix::MatrixSdkWorker* worker();
 
 private:
     vdec::VirtualDecoder* startDecoder(int host);
-    // Connects through the worker and waits for the result; null on failure.
-    Handle connectWorker(const vdec::VirtualDecoder* decoder);
     // Starts decoder_ on 127.0.0.host, lays a wall of rows x cols cells (one window per cell)
     // through the test's own connection sdk_, and connects the worker; null on any failure.
     Handle wallOn(int host, int rows, int cols);
     // The wall as the worker reads it (getWindowInfo), with the rows and columns it reports.
     static QList<kvms_matrix::MatrixWindowInfo> readWall(
         const Handle& handle, int* rows = nullptr, int* cols = nullptr);
-    // The window record a form holds for window `id` of `division` sub-windows, with no sources.
-    static kvms_matrix::MatrixWindowInfo windowInfo(int id, int division);
     // Binds `window` through the worker and returns the result signal's ret.
     static int bind(const Handle& handle, const kvms_matrix::MatrixWindowInfo& window, int subWindowId,
         kvms_matrix::MatrixWindowInfo* echoed = nullptr);
-    static QString logText();
 
     kvmstest::DecoderFixture fixture_;
     vdec::VirtualDecoder* decoder_ = nullptr;
     std::unique_ptr<kvmstest::SdkSession> sdk_;
-    QTemporaryDir dir_;
-    QString previousDir_;
 
 private slots:
     void initTestCase();

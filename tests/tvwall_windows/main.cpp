@@ -16,30 +16,9 @@
 using namespace kvms_matrix;
 using kvmstest::scaled;
 
-MatrixSdkWorker* TvWallWindowsTest::worker()
-{
-    return KCOMMON::KSingleton<MatrixSdkWorker>::instance();
-}
-
 vdec::VirtualDecoder* TvWallWindowsTest::startDecoder(int host)
 {
     return fixture_.startDecoder(host);
-}
-
-TvWallWindowsTest::Handle TvWallWindowsTest::connectWorker(const vdec::VirtualDecoder* decoder)
-{
-    MatrixInfo info;
-    info.type = 0;
-    info.ip = decoder->address();
-    info.manager_port = decoder->port();
-    info.port = decoder->port();
-    info.username = decoder->config().adminUser;
-    info.password = decoder->config().adminPassword;
-    QueuedSignalSpy results(worker(), &MatrixSdkWorker::signalConnectMatrixResult);
-    worker()->connectMatrix(info, nullptr);
-    if (!results.wait(scaled(6000)) || results.at(0).at(1).toInt() != CMATRIX_OK)
-        return {};
-    return results.at(0).at(0).value<Handle>();
 }
 
 TvWallWindowsTest::Handle TvWallWindowsTest::wallOn(int host, int rows, int cols)
@@ -73,21 +52,6 @@ QList<MatrixWindowInfo> TvWallWindowsTest::readWall(const Handle& handle, int* r
     return read.at(0).at(0).value<QList<MatrixWindowInfo>>();
 }
 
-MatrixWindowInfo TvWallWindowsTest::windowInfo(int id, int division)
-{
-    MatrixWindowInfo window;
-    window.windowId = id;
-    window.windowIndex = id - 1;
-    window.division = division;
-    for (int k = 0; k < division; ++k) {
-        MatrixSubWindowInfo sub;
-        sub.subWindowId = k + 1;
-        sub.subWindowIndex = k;
-        window.subWindows.append(sub);
-    }
-    return window;
-}
-
 int TvWallWindowsTest::bind(
     const Handle& handle, const MatrixWindowInfo& window, int subWindowId, MatrixWindowInfo* echoed)
 {
@@ -100,40 +64,22 @@ int TvWallWindowsTest::bind(
     return bound.at(0).at(0).toInt();
 }
 
-QString TvWallWindowsTest::logText()
-{
-    QFile file(vms_sdk::log_file());
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
-}
-
 void TvWallWindowsTest::initTestCase()
 {
-    QVERIFY(dir_.isValid());
-    previousDir_ = QDir::currentPath();
-    QVERIFY(QDir::setCurrent(dir_.path())); // "tvWallConfig.ini" is opened by its bare name
-    vms_sdk::set_log_file(dir_.filePath("client.log"));
-    QVERIFY(worker());
+    QVERIFY(enterWorkDirectory());
 }
 
 void TvWallWindowsTest::cleanup()
 {
-    MatrixSdkWorker* w = worker();
-    w->stopCaptureThread();
-    if (w->isRunning() && w->isWorkerRunning()) {
-        w->disconnectAllMatrix();
-        QTRY_VERIFY_WITH_TIMEOUT(w->registeredHandles().isEmpty() && w->pendingTaskCount() == 0, scaled(10000));
-    }
+    QVERIFY(settleWorker());
     sdk_.reset();
     fixture_.cleanup();
     decoder_ = nullptr;
-    QFile::remove(dir_.filePath("tvWallConfig.ini"));
 }
 
 void TvWallWindowsTest::cleanupTestCase()
 {
-    worker()->finishPendingAndStop();
-    QVERIFY(worker()->wait(scaled(10000)));
-    QDir::setCurrent(previousDir_);
+    QVERIFY(leaveWorkDirectory());
 }
 
 KVMS_TEST_MAIN(TvWallWindowsTest)
