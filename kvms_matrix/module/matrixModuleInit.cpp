@@ -1,5 +1,6 @@
 #include "matrixModuleInit.h"
 
+#include "MainMatrixForm.h"
 #include "MatrixSdkWorker.h"
 
 #include "BaseForm.h"
@@ -35,10 +36,7 @@ void matrixModuleInit::moduleInit()
 
 kvms_base::BaseForm* matrixModuleInit::createMatrixForm()
 {
-    // The module's real page is not part of this library yet; the host gets an empty page
-    // carrying the module's style.
-    auto* form = new kvms_base::BaseForm();
-    form->setObjectName(QStringLiteral("matrixMainForm"));
+    auto* form = new MainMatrixForm();
     m_form = form;
     return form;
 }
