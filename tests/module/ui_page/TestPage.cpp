@@ -1,0 +1,313 @@
+// The main page's choice and messages, and the TV wall page's answers to connect results,
+// driven with crafted results (no decoder needed).
+#include "TestMain.h"
+#include "TestTimeout.h"
+
+#include "ConnectErrorText.h"
+#include "DecoderStatusStrip.h"
+#include "MainMatrixForm.h"
+#include "MatrixForm.h"
+#include "MatrixPageState.h"
+#include "MatrixSdkWorker.h"
+
+#include "KSingleton.h"
+#include "SystemAssistant.h"
+
+#include <QDir>
+#include <QFile>
+#include <QMutex>
+#include <QPushButton>
+#include <QTemporaryDir>
+
+using namespace kvms_matrix;
+using kvmstest::scaled;
+
+namespace {
+
+// Nothing listens here: a login fails at once with a refused connection.
+const QString kIp = QStringLiteral("127.0.0.9");
+
+void writeDecoderConfig(bool withDecoder)
+{
+    QFile file(QStringLiteral("decoderConfig.json"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(withDecoder ? R"({"matrixList":[{"type":0,"ip":"127.0.0.9","port":1,"manager_port":1,)"
+                             R"("username":"admin","password":"x"}]})"
+                           : R"({"matrixList":[]})");
+}
+
+QSharedPointer<CSharedHandle> handleFor(const QString& ip)
+{
+    auto handle = QSharedPointer<CSharedHandle>::create();
+    handle->setIp(ip);
+    return handle;
+}
+
+QMutex dispatchedMutex;
+QList<int> dispatched;
+
+void recordKind(const WorkerTaskParam& task, void*)
+{
+    QMutexLocker lock(&dispatchedMutex);
+    dispatched.append(task.taskType);
+}
+
+} // namespace
+
+class PageTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void cleanupTestCase();
+
+    void pageFollowsTheConfiguration_data();
+    void pageFollowsTheConfiguration();
+    void loginErrorsAreToldInWords_data();
+    void loginErrorsAreToldInWords();
+    void errorsForAnotherFormAreIgnored();
+    void connectFailuresShowOnThePage_data();
+    void connectFailuresShowOnThePage();
+    void successfulConnectReadsTheWallInOrder();
+    void lostLinkShowsInTheStrip();
+    void wallActionsNeedAConnection();
+    void reconnectBacksOff_data();
+    void reconnectBacksOff();
+
+private:
+    // A wall page whose one decoder (kIp) failed its first login and retries no more.
+    void settledWallPage(MainMatrixForm& form);
+
+    QTemporaryDir dir_;
+    QString previous_;
+};
+
+void PageTest::initTestCase()
+{
+    previous_ = QDir::currentPath();
+    QVERIFY(dir_.isValid() && QDir::setCurrent(dir_.path()));
+    SystemAssistant::setMessageSink([](const QString&) {});
+}
+
+void PageTest::init()
+{
+    for (const char* name : { "decoderConfig.json", "tvWallConfig.json", "tvWallConfig.ini", "matrixConfig.json" })
+        QFile::remove(QString::fromLatin1(name));
+    SystemAssistant::clearRecentMessages();
+}
+
+void PageTest::cleanup()
+{
+    KCOMMON::KSingleton<MatrixSdkWorker>::instance()->setDispatchObserver(nullptr, nullptr);
+}
+
+void PageTest::cleanupTestCase()
+{
+    MatrixSdkWorker* worker = KCOMMON::KSingleton<MatrixSdkWorker>::instance();
+    worker->finishPendingAndStop();
+    worker->wait(scaled(10000));
+    QDir::setCurrent(previous_);
+}
+
+void PageTest::settledWallPage(MainMatrixForm& form)
+{
+    writeDecoderConfig(true);
+    form.slotUpdateScreen();
+    MatrixForm* page = form.tvWallPage();
+    QTRY_COMPARE_WITH_TIMEOUT(page->state().link(kIp), MatrixPageState::Link::Failed, scaled(5000));
+    page->stopReconnecting();
+}
+
+void PageTest::pageFollowsTheConfiguration_data()
+{
+    QTest::addColumn<int>("file"); // 0 none, 1 empty list, 2 one decoder
+    QTest::addColumn<int>("page");
+    QTest::newRow("no file") << 0 << 0;
+    QTest::newRow("empty decoder list") << 1 << 0;
+    QTest::newRow("one decoder") << 2 << 1;
+}
+
+void PageTest::pageFollowsTheConfiguration()
+{
+    QFETCH(int, file);
+    QFETCH(int, page);
+    if (file > 0)
+        writeDecoderConfig(file == 2);
+    MainMatrixForm form;
+    form.show();
+    QCOMPARE(form.currentPage(), page);
+    form.slotUpdateScreen();
+    QCOMPARE(form.currentPage(), page);
+    form.tvWallPage()->stopReconnecting();
+    // Taking the configuration away brings the empty page back on refresh.
+    QFile::remove(QStringLiteral("decoderConfig.json"));
+    form.slotUpdateScreen();
+    QCOMPARE(form.currentPage(), 0);
+}
+
+void PageTest::loginErrorsAreToldInWords_data()
+{
+    QTest::addColumn<QString>("code");
+    QTest::addColumn<QList<int>>("counters"); // errors made, allowed, lock minutes, seconds to unlock
+    QTest::addColumn<QString>("message");
+    const QString d = QStringLiteral("Decoder(127.0.0.9) ");
+    QTest::newRow("password, counted") << "PASSWDERR" << QList<int> { 3, 5, 10, 0 }
+                                       << d
+            + "connection failed:Incorrect user name or password,3 errors have been "
+              "made,2 errors will be locked for 10 minutes!";
+    QTest::newRow("password, one counter known") << "PASSWDERR" << QList<int> { -1, -1, 0, 0 }
+                                                 << d
+            + "connection failed:Incorrect user name or password,-1 errors "
+              "have been made,0 errors will be locked for 0 minutes!";
+    QTest::newRow("password, no counters")
+        << "PASSWDERR" << QList<int> { -1, -1, -1, 0 } << d + "connection failed:Incorrect user name or password!";
+    QTest::newRow("locked") << "USERLOCK" << QList<int> { 0, 0, 0, 120 }
+                            << d + "has been locked,it will unlock after 120 seconds.";
+    QTest::newRow("not active") << "DEVNOACTIVE" << QList<int> { 0, 0, 0, 0 }
+                                << d + "connection failed:Device not active!";
+    QTest::newRow("other code") << "TIMEOUT" << QList<int> { 0, 0, 0, 0 } << d + "connection failed:unknow error!";
+    QTest::newRow("no code") << "" << QList<int> { -1, -1, -1, -1 } << d + "connection failed:unknow error!";
+}
+
+void PageTest::loginErrorsAreToldInWords()
+{
+    QFETCH(QString, code);
+    QFETCH(QList<int>, counters);
+    QFETCH(QString, message);
+    MainMatrixForm form;
+    ConnectErrorMsgInfo info;
+    info.errCode = code;
+    info.errNum = counters[0];
+    info.sumNum = counters[1];
+    info.lockTime = counters[2];
+    info.unlockTime = counters[3];
+    form.slot_connectErrorMsg(kIp, info, &form);
+    QCOMPARE(SystemAssistant::recentMessages(), QStringList { message });
+}
+
+void PageTest::errorsForAnotherFormAreIgnored()
+{
+    MainMatrixForm form;
+    settledWallPage(form);
+    MatrixForm* page = form.tvWallPage();
+    SystemAssistant::clearRecentMessages();
+    const QString tip = page->tipText();
+    int other = 0;
+    ConnectErrorMsgInfo info;
+    info.errCode = QStringLiteral("USERLOCK");
+    form.slot_connectErrorMsg(kIp, info, &other);
+    page->slotConnectMatrixResult(handleFor(kIp), 0, 0, &other);
+    page->slotConnectMatrixResult(handleFor(kIp), CMATRIX_ERR_PASSWORD, 0, &other);
+    QVERIFY(SystemAssistant::recentMessages().isEmpty());
+    QCOMPARE(page->tipText(), tip);
+    QCOMPARE(page->state().link(kIp), MatrixPageState::Link::Failed);
+}
+
+void PageTest::connectFailuresShowOnThePage_data()
+{
+    QTest::addColumn<bool>("withHandle");
+    QTest::addColumn<int>("code");
+    QTest::addColumn<QString>("tip");
+    QTest::newRow("refused")
+        << true << int(CMATRIX_ERR_CONNECT)
+        << QStringLiteral("Decoder connect failed(-5, %1).").arg(MatrixSdkWorker::getErrorInfo(CMATRIX_ERR_CONNECT));
+    QTest::newRow("no connection") << true << -1 << "Decoder connect failed(-1, connect server failed).";
+    QTest::newRow("no handle") << false << int(CMATRIX_ERR_TIMEOUT)
+                               << "Decoder connect failed(-1, connect server failed).";
+}
+
+void PageTest::connectFailuresShowOnThePage()
+{
+    QFETCH(bool, withHandle);
+    QFETCH(int, code);
+    QFETCH(QString, tip);
+    MainMatrixForm form;
+    settledWallPage(form);
+    MatrixForm* page = form.tvWallPage();
+    page->slotReconnect();
+    QCOMPARE(page->tipText(), QStringLiteral("tvwall login..."));
+    // The real answer to that login comes first; the crafted one is judged after it.
+    QTRY_COMPARE_WITH_TIMEOUT(page->state().link(kIp), MatrixPageState::Link::Failed, scaled(5000));
+    page->slotConnectMatrixResult(withHandle ? handleFor(kIp) : QSharedPointer<CSharedHandle>(), code, 0, page);
+    QCOMPARE(page->tipText(), tip);
+}
+
+void PageTest::successfulConnectReadsTheWallInOrder()
+{
+    MainMatrixForm form;
+    settledWallPage(form);
+    MatrixForm* page = form.tvWallPage();
+    {
+        QMutexLocker lock(&dispatchedMutex);
+        dispatched.clear();
+    }
+    KCOMMON::KSingleton<MatrixSdkWorker>::instance()->setDispatchObserver(&recordKind, nullptr);
+    page->slotConnectMatrixResult(handleFor(kIp), 0, 0, page);
+    QCOMPARE(page->tipText(), QStringLiteral("Geting tv wall info..."));
+    QCOMPARE(page->state().link(kIp), MatrixPageState::Link::Connected);
+    const auto kinds = [] {
+        QMutexLocker lock(&dispatchedMutex);
+        return dispatched;
+    };
+    // Scenes, loops, then windows (the banner is read from its mirror on the spot).
+    QTRY_COMPARE_WITH_TIMEOUT(kinds(), (QList<int> { 8, 13, 3 }), scaled(5000));
+    // The wall read for a connection the decoder never saw comes back empty; the wait ends.
+    QTRY_COMPARE_WITH_TIMEOUT(page->tipText(), QString(), scaled(5000));
+}
+
+void PageTest::lostLinkShowsInTheStrip()
+{
+    MainMatrixForm form;
+    settledWallPage(form);
+    MatrixForm* page = form.tvWallPage();
+    page->slotConnectMatrixResult(handleFor(kIp), 0, 0, page);
+    QCOMPARE(page->statusStrip()->text(kIp), QStringLiteral("127.0.0.9: connected"));
+    page->slotDisconnectStatus(nullptr, kIp);
+    QCOMPARE(page->statusStrip()->text(kIp), QStringLiteral("127.0.0.9: connection lost"));
+    QCOMPARE(page->state().link(kIp), MatrixPageState::Link::Lost);
+    QVERIFY(!page->state().currentHandle());
+    page->stopReconnecting();
+}
+
+void PageTest::wallActionsNeedAConnection()
+{
+    MainMatrixForm form;
+    settledWallPage(form);
+    SystemAssistant::clearRecentMessages();
+    QTest::mouseClick(form.tvWallPage()->roamingButton(), Qt::LeftButton);
+    QCOMPARE(SystemAssistant::recentMessages(),
+        QStringList { QStringLiteral("The TV wall is not connected, please connect the TV wall first.") });
+}
+
+void PageTest::reconnectBacksOff_data()
+{
+    QTest::addColumn<int>("failures");
+    QTest::addColumn<int>("delay");
+    QTest::newRow("first") << 1 << 1000;
+    QTest::newRow("second") << 2 << 2000;
+    QTest::newRow("fifth") << 5 << 16000;
+    QTest::newRow("sixth, capped") << 6 << 30000;
+    QTest::newRow("fortieth, capped") << 40 << 30000;
+}
+
+void PageTest::reconnectBacksOff()
+{
+    QFETCH(int, failures);
+    QFETCH(int, delay);
+    MatrixPageState state;
+    MatrixInfo decoder;
+    decoder.ip = kIp;
+    QVERIFY(state.setDecoders({ decoder }, kIp));
+    int last = 0;
+    for (int i = 0; i < failures; ++i)
+        last = i % 2 ? state.markLost(kIp) : state.markFailed(kIp);
+    QCOMPARE(last, delay);
+    // A successful login starts the count again.
+    state.markConnected(kIp, handleFor(kIp));
+    QCOMPARE(state.markLost(kIp), 1000);
+}
+
+KVMS_TEST_MAIN(PageTest)
+#include "TestPage.moc"
