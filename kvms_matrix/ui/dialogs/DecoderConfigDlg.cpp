@@ -1,6 +1,8 @@
 // DecoderConfigDlg: its layout, the search, activation and network settings.
 #include "DecoderConfigDlg.h"
 
+#include "DialogStyle.h"
+
 #include "LoginDlg.h"
 #include "MatrixSdkWorker.h"
 #include "NetworkSettingsDlg.h"
@@ -40,6 +42,7 @@ DecoderConfigDlg::DecoderConfigDlg(QWidget* parent)
     : QDialog(parent)
 {
     setObjectName(QStringLiteral("matrixDecoderConfigDlg"));
+    applyDialogStyle(this);
     setWindowTitle(tr("Decoder configuration"));
     setWindowIcon(QIcon(QStringLiteral(":/page_icons/configure.png")));
     resize(760, 560);

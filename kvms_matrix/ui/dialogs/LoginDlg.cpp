@@ -1,5 +1,7 @@
 #include "LoginDlg.h"
 
+#include "DialogStyle.h"
+
 #include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QHostAddress>
@@ -24,6 +26,7 @@ LoginDlg::LoginDlg(const MatrixInfo& decoder, Mode mode, QWidget* parent)
     , m_mode(mode)
 {
     setObjectName(QStringLiteral("matrixLoginDlg"));
+    applyDialogStyle(this);
     setWindowIcon(QIcon(QStringLiteral(":/page_icons/login.png")));
     setWindowTitle(mode == Mode::Add ? tr("Add decoder")
             : mode == Mode::Activate ? tr("Activate decoder")

@@ -1,5 +1,7 @@
 #include "NetworkSettingsDlg.h"
 
+#include "DialogStyle.h"
+
 #include "MatrixSdkWorker.h"
 
 #include "KSingleton.h"
@@ -42,6 +44,7 @@ NetworkSettingsDlg::NetworkSettingsDlg(const MatrixInfo& decoder, QWidget* paren
     , m_decoder(decoder)
 {
     setObjectName(QStringLiteral("matrixNetworkDlg"));
+    applyDialogStyle(this);
     setWindowIcon(QIcon(QStringLiteral(":/page_icons/network.png")));
     setWindowTitle(tr("Network settings of %1").arg(decoder.ip));
     m_ip = new QLineEdit(decoder.ip, this);

@@ -225,10 +225,15 @@ void MatrixForm::slotConnectMatrixResult(QSharedPointer<CSharedHandle> mHandle, 
                        : ConnectErrorText::connectFailed(-1, QString()));
     if (!m_state.hasDecoder(ip))
         return;
-    const int delay = m_state.markFailed(ip);
+    // A refused account waits for the operator; a decoder out of reach is tried again.
+    if (retryWouldNotHelp(result)) {
+        m_state.markFailed(ip);
+        showLink(ip);
+        return;
+    }
+    const int delay = m_state.markLost(ip);
     showLink(ip);
-    if (!retryWouldNotHelp(result))
-        scheduleReconnect(ip, delay);
+    scheduleReconnect(ip, delay);
 }
 
 void MatrixForm::onWallConnected(const QSharedPointer<CSharedHandle>& handle)

@@ -72,6 +72,7 @@ private slots:
     void connectFailuresShowOnThePage();
     void successfulConnectReadsTheWallInOrder();
     void lostLinkShowsInTheStrip();
+    void refusedLoginIsNotRetried();
     void wallActionsNeedAConnection();
     void reconnectBacksOff_data();
     void reconnectBacksOff();
@@ -116,7 +117,7 @@ void PageTest::settledWallPage(MainMatrixForm& form)
     writeDecoderConfig(true);
     form.slotUpdateScreen();
     MatrixForm* page = form.tvWallPage();
-    QTRY_COMPARE_WITH_TIMEOUT(page->state().link(kIp), MatrixPageState::Link::Failed, scaled(5000));
+    QTRY_COMPARE_WITH_TIMEOUT(page->state().link(kIp), MatrixPageState::Link::Lost, scaled(5000));
     page->stopReconnecting();
 }
 
@@ -202,7 +203,7 @@ void PageTest::errorsForAnotherFormAreIgnored()
     page->slotConnectMatrixResult(handleFor(kIp), CMATRIX_ERR_PASSWORD, 0, &other);
     QVERIFY(SystemAssistant::recentMessages().isEmpty());
     QCOMPARE(page->tipText(), tip);
-    QCOMPARE(page->state().link(kIp), MatrixPageState::Link::Failed);
+    QCOMPARE(page->state().link(kIp), MatrixPageState::Link::Lost);
 }
 
 void PageTest::connectFailuresShowOnThePage_data()
@@ -229,7 +230,7 @@ void PageTest::connectFailuresShowOnThePage()
     page->slotReconnect();
     QCOMPARE(page->tipText(), QStringLiteral("tvwall login..."));
     // The real answer to that login comes first; the crafted one is judged after it.
-    QTRY_COMPARE_WITH_TIMEOUT(page->state().link(kIp), MatrixPageState::Link::Failed, scaled(5000));
+    QTRY_COMPARE_WITH_TIMEOUT(page->state().link(kIp), MatrixPageState::Link::Lost, scaled(5000));
     page->slotConnectMatrixResult(withHandle ? handleFor(kIp) : QSharedPointer<CSharedHandle>(), code, 0, page);
     QCOMPARE(page->tipText(), tip);
 }
@@ -269,6 +270,16 @@ void PageTest::lostLinkShowsInTheStrip()
     QCOMPARE(page->state().link(kIp), MatrixPageState::Link::Lost);
     QVERIFY(!page->state().currentHandle());
     page->stopReconnecting();
+}
+
+void PageTest::refusedLoginIsNotRetried()
+{
+    MainMatrixForm form;
+    settledWallPage(form);
+    MatrixForm* page = form.tvWallPage();
+    page->slotConnectMatrixResult(handleFor(kIp), CMATRIX_ERR_PASSWORD, 0, page);
+    QCOMPARE(page->state().link(kIp), MatrixPageState::Link::Failed);
+    QCOMPARE(page->statusStrip()->text(kIp), QStringLiteral("127.0.0.9: login failed"));
 }
 
 void PageTest::wallActionsNeedAConnection()

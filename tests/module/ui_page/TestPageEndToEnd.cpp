@@ -1,0 +1,216 @@
+// The module's page on a real X display against two virtual decoders on loopback: a wall
+// configured from a search, connected, a roaming window made and moved, and a decoder lost.
+#include "DecoderFixture.h"
+#include "TestMain.h"
+#include "TestTimeout.h"
+
+#include "ControlMatrixWt.h"
+#include "DecoderConfigDlg.h"
+#include "DecoderStatusStrip.h"
+#include "LoginDlg.h"
+#include "MainMatrixForm.h"
+#include "MatrixDefaultForm.h"
+#include "MatrixForm.h"
+#include "MatrixSdkWorker.h"
+#include "core/VirtualDecoder.h"
+#include "matrixModuleInit.h"
+
+#include "DevsMgrData.h"
+
+#include "KSingleton.h"
+#include "SystemAssistant.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScreen>
+#include <QSpinBox>
+#include <QTableWidget>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <QTranslator>
+
+#include <algorithm>
+
+using namespace kvms_matrix;
+using kvmstest::scaled;
+
+namespace {
+
+// Saves the whole screen when KVMS_SCREENSHOT_DIR names a directory (for looking at the page).
+void screenshot(const QString& name)
+{
+    const QString dir = qEnvironmentVariable("KVMS_SCREENSHOT_DIR");
+    if (dir.isEmpty())
+        return;
+    QTest::qWait(300); // let the last repaint reach the server
+    QGuiApplication::primaryScreen()->grabWindow(0).save(QDir(dir).filePath(name + QStringLiteral(".png")));
+}
+
+int floatingCount(const vdec::VirtualDecoder* decoder)
+{
+    const auto windows = decoder->snapshot().windows;
+    return int(std::count_if(windows.begin(), windows.end(), [](const vdec::Window& w) { return w.floating; }));
+}
+
+} // namespace
+
+class PageEndToEndTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void cleanupTestCase();
+    void configureConnectAndLoseADecoder();
+
+private:
+    void addFoundDecoder(DecoderConfigDlg* dialog, const vdec::VirtualDecoder* decoder);
+
+    kvmstest::DecoderFixture fixture_;
+    QTemporaryDir dir_;
+    QString previous_;
+    vdec::VirtualDecoder* main_ = nullptr;
+    vdec::VirtualDecoder* second_ = nullptr;
+};
+
+void PageEndToEndTest::initTestCase()
+{
+    main_ = fixture_.startDecoder(41);
+    second_ = fixture_.startDecoder(42);
+    QVERIFY(main_ && second_);
+    // Read by the SDK at its first search, which comes later.
+    qputenv("CMATRIX_DISCOVERY_TARGETS",
+        QStringLiteral("%1:%2,%3:%4")
+            .arg(main_->address())
+            .arg(main_->udpPort())
+            .arg(second_->address())
+            .arg(second_->udpPort())
+            .toLatin1());
+    previous_ = QDir::currentPath();
+    QVERIFY(dir_.isValid() && QDir::setCurrent(dir_.path()));
+    SystemAssistant::setMessageSink([](const QString&) {});
+    // As the host does: the module's style, and a camera catalogue for the source pane.
+    KCOMMON::KSingleton<matrixModuleInit>::instance()->moduleInit();
+    QVERIFY(KCOMMON::KSingleton<DevsMgrData>::instance()->loadFromFile(QStringLiteral(KVMS_DEMO_CATALOGUE)));
+    const QString language = qEnvironmentVariable("KVMS_TEST_LANG");
+    if (!language.isEmpty()) {
+        auto* translator = new QTranslator(this);
+        QVERIFY(translator->load(QStringLiteral("kvms_matrix_") + language,
+            QCoreApplication::applicationDirPath() + QStringLiteral("/translations")));
+        QCoreApplication::installTranslator(translator);
+    }
+}
+
+void PageEndToEndTest::cleanupTestCase()
+{
+    MatrixSdkWorker* worker = KCOMMON::KSingleton<MatrixSdkWorker>::instance();
+    worker->disconnectAllMatrix();
+    worker->finishPendingAndStop();
+    worker->wait(scaled(10000));
+    fixture_.cleanup();
+    QDir::setCurrent(previous_);
+}
+
+void PageEndToEndTest::addFoundDecoder(DecoderConfigDlg* dialog, const vdec::VirtualDecoder* decoder)
+{
+    QTableWidget* found = dialog->foundTable();
+    const QList<QTableWidgetItem*> hits = found->findItems(decoder->address(), Qt::MatchExactly);
+    QCOMPARE(hits.size(), 1);
+    found->selectRow(hits.first()->row());
+    QTest::mouseClick(dialog->addFoundButton(), Qt::LeftButton);
+    LoginDlg* login = nullptr;
+    QTRY_VERIFY_WITH_TIMEOUT((login = dialog->findChild<LoginDlg*>()) && login->isVisible(), scaled(3000));
+    QCOMPARE(login->portEdit()->value(), int(decoder->port()));
+    login->passwordEdit()->clear();
+    QTest::keyClicks(login->passwordEdit(), decoder->config().adminPassword);
+    QTest::keyClick(login->passwordEdit(), Qt::Key_Return);
+    QTRY_VERIFY_WITH_TIMEOUT(!dialog->findChild<LoginDlg*>(), scaled(3000));
+}
+
+void PageEndToEndTest::configureConnectAndLoseADecoder()
+{
+    MainMatrixForm form;
+    form.resize(1400, 860);
+    form.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&form));
+    QCOMPARE(form.currentPage(), 0);
+    screenshot(QStringLiteral("default_page"));
+
+    // The configuration from a search: both decoders, a wall of one row and two columns.
+    QTest::mouseClick(form.defaultPage()->configButton(), Qt::LeftButton);
+    DecoderConfigDlg* dialog = nullptr;
+    QTRY_VERIFY_WITH_TIMEOUT((dialog = form.findChild<DecoderConfigDlg*>()) && dialog->isVisible(), scaled(3000));
+    QTest::mouseClick(dialog->searchButton(), Qt::LeftButton);
+    QTRY_COMPARE_WITH_TIMEOUT(dialog->foundTable()->rowCount(), 2, scaled(8000));
+    addFoundDecoder(dialog, main_);
+    addFoundDecoder(dialog, second_);
+    dialog->nameEdit()->setText(QStringLiteral("Control room"));
+    dialog->rowsEdit()->setValue(1);
+    dialog->colsEdit()->setValue(2);
+    screenshot(QStringLiteral("configuration_dialog"));
+    QTest::mouseClick(dialog->saveButton(), Qt::LeftButton);
+    QTRY_COMPARE_WITH_TIMEOUT(form.currentPage(), 1, scaled(10000));
+
+    // Connected: the main decoder's wall on the canvas, both links in the strip.
+    MatrixForm* page = form.tvWallPage();
+    ControlMatrixWt* canvas = page->canvas();
+    QTRY_COMPARE_WITH_TIMEOUT(canvas->windowInfoList().size(), 2, scaled(10000));
+    QCOMPARE(QList<int>({ canvas->rows(), canvas->cols() }), QList<int>({ 1, 2 }));
+    QCOMPARE(main_->snapshot().name, QStringLiteral("Control room"));
+    QCOMPARE(int(main_->snapshot().windows.size()), 2);
+    QTRY_COMPARE_WITH_TIMEOUT(page->statusStrip()->text(second_->address()),
+        second_->address() + QStringLiteral(": connected"), scaled(5000));
+
+    // A roaming window, made from the toolbar and moved: the decoder follows.
+    QTest::mouseClick(page->roamingButton(), Qt::LeftButton);
+    QTRY_COMPARE_WITH_TIMEOUT(floatingCount(main_), 1, scaled(5000));
+    QTRY_COMPARE_WITH_TIMEOUT(canvas->windowInfoList().size(), 3, scaled(5000));
+    MatrixWindowInfo roaming;
+    for (const MatrixWindowInfo& w : canvas->windowInfoList())
+        if (w.windowType == 2)
+            roaming = w;
+    QCOMPARE(roaming.windowType, 2);
+    screenshot(QStringLiteral("connected_wall"));
+    roaming.x += 2048;
+    roaming.y += 1024;
+    emit canvas->signalMoveFloatingWindow(roaming);
+    const auto movedTo = [this] {
+        for (const vdec::Window& w : main_->snapshot().windows)
+            if (w.floating)
+                return QList<int>({ w.x, w.y });
+        return QList<int>();
+    };
+    QTRY_COMPARE_WITH_TIMEOUT(movedTo(), QList<int>({ roaming.x, roaming.y }), scaled(5000));
+
+    // The main decoder goes away: the strip says so soon, and the page keeps answering.
+    qint64 longestGap = 0;
+    QElapsedTimer sinceTick;
+    QTimer watchdog;
+    watchdog.setInterval(10);
+    connect(&watchdog, &QTimer::timeout, this, [&] { longestGap = std::max(longestGap, sinceTick.restart()); });
+    main_->stop();
+    sinceTick.start();
+    watchdog.start();
+    QElapsedTimer clock;
+    clock.start();
+    const auto lost = [&] {
+        const QString text = page->statusStrip()->text(main_->address());
+        return text.endsWith(QStringLiteral("connection lost")) || text.contains(QStringLiteral("reconnecting"));
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(lost(), 5000);
+    qInfo("loss shown after %lld ms", static_cast<long long>(clock.elapsed()));
+    QVERIFY(!page->state().currentHandle());
+    // Reconnect attempts against the stopped decoder go on; the GUI thread must not wait on them.
+    QTest::qWait(3500);
+    watchdog.stop();
+    qInfo("longest event-loop gap %lld ms", static_cast<long long>(longestGap));
+    QVERIFY2(longestGap < 100, qPrintable(QStringLiteral("event loop blocked %1 ms").arg(longestGap)));
+    QTest::mouseClick(page->roamingButton(), Qt::LeftButton);
+    QCOMPARE(SystemAssistant::recentMessages().last(),
+        QStringLiteral("The TV wall is not connected, please connect the TV wall first."));
+    screenshot(QStringLiteral("decoder_lost"));
+}
+
+KVMS_TEST_MAIN(PageEndToEndTest)
+#include "TestPageEndToEnd.moc"
