@@ -29,7 +29,7 @@ int fail(const QString& text)
 void installTranslations(QApplication& app, const QString& language)
 {
     auto* qt = new QTranslator(&app);
-    if (qt->load(QStringLiteral("qtbase_") + language, QLibraryInfo::location(QLibraryInfo::TranslationsPath)))
+    if (qt->load(QStringLiteral("qt_") + language, QLibraryInfo::location(QLibraryInfo::TranslationsPath)))
         app.installTranslator(qt);
     auto* module = new QTranslator(&app);
     if (module->load(QStringLiteral("kvms_matrix_") + language,

@@ -11,7 +11,7 @@ PACKAGES=(
   chromium
   libxcb1-dev libxcb-shm0-dev libjpeg62-turbo-dev ffmpeg
   ccache qttools5-dev qttools5-dev-tools
-  xdotool x11vnc novnc websockify adwaita-icon-theme
+  xdotool x11vnc novnc websockify adwaita-icon-theme fonts-wqy-microhei qttranslations5-l10n
   libavformat-dev libavcodec-dev libswscale-dev libavutil-dev
   libgstreamer1.0-dev libgstrtspserver-1.0-dev gstreamer1.0-tools
   gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-plugins-bad

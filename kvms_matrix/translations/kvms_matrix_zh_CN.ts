@@ -5,436 +5,436 @@
     <name>ClientWindow</name>
     <message>
         <source>TV wall</source>
-        <translation type="unfinished"></translation>
+        <translation>电视墙</translation>
     </message>
     <message>
         <source>%1 - TV wall</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 - 电视墙</translation>
     </message>
 </context>
 <context>
     <name>kvms_matrix::ConnectErrorText</name>
     <message>
         <source>Decoder(%1) connection failed:Incorrect user name or password!</source>
-        <translation type="unfinished"></translation>
+        <translation>解码器(%1)连接失败：用户名或密码错误！</translation>
     </message>
     <message>
         <source>Decoder(%1) connection failed:Incorrect user name or password,%2 errors have been made,%3 errors will be locked for %4 minutes!</source>
-        <translation type="unfinished"></translation>
+        <translation>解码器(%1)连接失败：用户名或密码错误，已错误%2次，再错误%3次将锁定%4分钟！</translation>
     </message>
     <message>
         <source>Decoder(%1) has been locked,it will unlock after %2 seconds.</source>
-        <translation type="unfinished"></translation>
+        <translation>解码器(%1)已被锁定，%2秒后解锁。</translation>
     </message>
     <message>
         <source>Decoder(%1) connection failed:Device not active!</source>
-        <translation type="unfinished"></translation>
+        <translation>解码器(%1)连接失败：设备未激活！</translation>
     </message>
     <message>
         <source>Decoder(%1) connection failed:unknow error!</source>
-        <translation type="unfinished"></translation>
+        <translation>解码器(%1)连接失败：未知错误！</translation>
     </message>
     <message>
         <source>Decoder connect failed(-1, connect server failed).</source>
-        <translation type="unfinished"></translation>
+        <translation>解码器连接失败(-1，连接服务器失败)。</translation>
     </message>
     <message>
         <source>Decoder connect failed(%1, %2).</source>
-        <translation type="unfinished"></translation>
+        <translation>解码器连接失败(%1，%2)。</translation>
     </message>
 </context>
 <context>
     <name>kvms_matrix::DecoderConfigDlg</name>
     <message>
         <source>%1:%2  user %3</source>
-        <translation type="unfinished"></translation>
+        <translation>%1:%2  用户 %3</translation>
     </message>
     <message>
         <source>Please add at least one decoder to the wall.</source>
-        <translation type="unfinished"></translation>
+        <translation>请至少为电视墙添加一台解码器。</translation>
     </message>
     <message>
         <source>Please enter the name of the wall.</source>
-        <translation type="unfinished"></translation>
+        <translation>请输入电视墙名称。</translation>
     </message>
     <message>
         <source>Logging in to the decoders...</source>
-        <translation type="unfinished"></translation>
+        <translation>正在登录解码器...</translation>
     </message>
     <message>
         <source>Laying out the TV wall...</source>
-        <translation type="unfinished"></translation>
+        <translation>正在布局电视墙...</translation>
     </message>
     <message>
         <source>Setting up the TV wall failed(%1, %2).</source>
-        <translation type="unfinished"></translation>
+        <translation>电视墙设置失败(%1，%2)。</translation>
     </message>
     <message>
         <source>The TV wall is saved.</source>
-        <translation type="unfinished"></translation>
+        <translation>电视墙已保存。</translation>
     </message>
     <message>
         <source>Decoder configuration</source>
-        <translation type="unfinished"></translation>
+        <translation>解码器配置</translation>
     </message>
     <message>
         <source>Address</source>
-        <translation type="unfinished"></translation>
+        <translation>地址</translation>
     </message>
     <message>
         <source>Port</source>
-        <translation type="unfinished"></translation>
+        <translation>端口</translation>
     </message>
     <message>
         <source>Device id</source>
-        <translation type="unfinished"></translation>
+        <translation>设备编号</translation>
     </message>
     <message>
         <source>Version</source>
-        <translation type="unfinished"></translation>
+        <translation>版本</translation>
     </message>
     <message>
         <source>State</source>
-        <translation type="unfinished"></translation>
+        <translation>状态</translation>
     </message>
     <message>
         <source>Search</source>
-        <translation type="unfinished"></translation>
+        <translation>搜索</translation>
     </message>
     <message>
         <source>Add to wall</source>
-        <translation type="unfinished"></translation>
+        <translation>添加到电视墙</translation>
     </message>
     <message>
         <source>Add by address...</source>
-        <translation type="unfinished"></translation>
+        <translation>按地址添加...</translation>
     </message>
     <message>
         <source>Activate...</source>
-        <translation type="unfinished"></translation>
+        <translation>激活...</translation>
     </message>
     <message>
         <source>Network settings...</source>
-        <translation type="unfinished"></translation>
+        <translation>网络设置...</translation>
     </message>
     <message>
         <source>Decoders found</source>
-        <translation type="unfinished"></translation>
+        <translation>已发现的解码器</translation>
     </message>
     <message>
         <source>Lay the grid out anew (clears the wall&apos;s windows, scenes and loops)</source>
-        <translation type="unfinished"></translation>
+        <translation>重新布局网格（清除电视墙的窗口、场景和轮巡）</translation>
     </message>
     <message>
         <source>Remove</source>
-        <translation type="unfinished"></translation>
+        <translation>移除</translation>
     </message>
     <message>
         <source>Name</source>
-        <translation type="unfinished"></translation>
+        <translation>名称</translation>
     </message>
     <message>
         <source>rows by</source>
-        <translation type="unfinished"></translation>
+        <translation>行 ×</translation>
     </message>
     <message>
         <source>columns</source>
-        <translation type="unfinished"></translation>
+        <translation>列</translation>
     </message>
     <message>
         <source>Screens</source>
-        <translation type="unfinished"></translation>
+        <translation>屏幕</translation>
     </message>
     <message>
         <source>Decoders (the first is the main one)</source>
-        <translation type="unfinished"></translation>
+        <translation>解码器（第一台为主解码器）</translation>
     </message>
     <message>
         <source>TV wall</source>
-        <translation type="unfinished"></translation>
+        <translation>电视墙</translation>
     </message>
     <message>
         <source>Save and connect</source>
-        <translation type="unfinished"></translation>
+        <translation>保存并连接</translation>
     </message>
     <message>
         <source>Searching for decoders...</source>
-        <translation type="unfinished"></translation>
+        <translation>正在搜索解码器...</translation>
     </message>
     <message>
         <source>Active</source>
-        <translation type="unfinished"></translation>
+        <translation>已激活</translation>
     </message>
     <message>
         <source>Not active</source>
-        <translation type="unfinished"></translation>
+        <translation>未激活</translation>
     </message>
     <message numerus="yes">
         <source>%n decoder(s) found.</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>发现%n台解码器。</numerusform>
         </translation>
     </message>
     <message>
         <source>Please select a decoder.</source>
-        <translation type="unfinished"></translation>
+        <translation>请选择一台解码器。</translation>
     </message>
     <message>
         <source>Activating %1...</source>
-        <translation type="unfinished"></translation>
+        <translation>正在激活%1...</translation>
     </message>
     <message>
         <source>The decoder is activated.</source>
-        <translation type="unfinished"></translation>
+        <translation>解码器已激活。</translation>
     </message>
     <message>
         <source>Activation failed(%1, %2).</source>
-        <translation type="unfinished"></translation>
+        <translation>激活失败(%1，%2)。</translation>
     </message>
     <message>
         <source>The decoder now answers at %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>解码器的新地址为%1。</translation>
     </message>
 </context>
 <context>
     <name>kvms_matrix::DecoderStatusStrip</name>
     <message>
         <source>%1: connecting</source>
-        <translation type="unfinished"></translation>
+        <translation>%1：正在连接</translation>
     </message>
     <message>
         <source>%1: connected</source>
-        <translation type="unfinished"></translation>
+        <translation>%1：已连接</translation>
     </message>
     <message>
         <source>%1: connection lost</source>
-        <translation type="unfinished"></translation>
+        <translation>%1：连接已断开</translation>
     </message>
     <message>
         <source>%1: reconnecting (attempt %2)</source>
-        <translation type="unfinished"></translation>
+        <translation>%1：正在重连（第%2次）</translation>
     </message>
     <message>
         <source>%1: login failed</source>
-        <translation type="unfinished"></translation>
+        <translation>%1：登录失败</translation>
     </message>
     <message>
         <source>%1: not connected</source>
-        <translation type="unfinished"></translation>
+        <translation>%1：未连接</translation>
     </message>
 </context>
 <context>
     <name>kvms_matrix::LoginDlg</name>
     <message>
         <source>Add decoder</source>
-        <translation type="unfinished"></translation>
+        <translation>添加解码器</translation>
     </message>
     <message>
         <source>Activate decoder</source>
-        <translation type="unfinished"></translation>
+        <translation>激活解码器</translation>
     </message>
     <message>
         <source>Decoder login</source>
-        <translation type="unfinished"></translation>
+        <translation>解码器登录</translation>
     </message>
     <message>
         <source>Address</source>
-        <translation type="unfinished"></translation>
+        <translation>地址</translation>
     </message>
     <message>
         <source>Port</source>
-        <translation type="unfinished"></translation>
+        <translation>端口</translation>
     </message>
     <message>
         <source>User</source>
-        <translation type="unfinished"></translation>
+        <translation>用户名</translation>
     </message>
     <message>
         <source>Password</source>
-        <translation type="unfinished"></translation>
+        <translation>密码</translation>
     </message>
     <message>
         <source>Confirm password</source>
-        <translation type="unfinished"></translation>
+        <translation>确认密码</translation>
     </message>
     <message>
         <source>Please enter an IPv4 address.</source>
-        <translation type="unfinished"></translation>
+        <translation>请输入IPv4地址。</translation>
     </message>
     <message>
         <source>Please enter the user name.</source>
-        <translation type="unfinished"></translation>
+        <translation>请输入用户名。</translation>
     </message>
     <message>
         <source>The two passwords differ or are empty.</source>
-        <translation type="unfinished"></translation>
+        <translation>两次输入的密码不一致或为空。</translation>
     </message>
 </context>
 <context>
     <name>kvms_matrix::MainMatrixForm</name>
     <message>
         <source>TV wall</source>
-        <translation type="unfinished"></translation>
+        <translation>电视墙</translation>
     </message>
 </context>
 <context>
     <name>kvms_matrix::MatrixDefaultForm</name>
     <message>
         <source>No TV-wall configuration is available. Please configure the TV-wall first.</source>
-        <translation type="unfinished"></translation>
+        <translation>暂无电视墙配置，请先配置电视墙。</translation>
     </message>
     <message>
         <source>Connect the TV wall</source>
-        <translation type="unfinished"></translation>
+        <translation>连接电视墙</translation>
     </message>
 </context>
 <context>
     <name>kvms_matrix::MatrixForm</name>
     <message>
         <source>Open window failed(%1).</source>
-        <translation type="unfinished"></translation>
+        <translation>开窗失败(%1)。</translation>
     </message>
     <message>
         <source>delete window failed</source>
-        <translation type="unfinished"></translation>
+        <translation>删除窗口失败</translation>
     </message>
     <message>
         <source>cut window failed</source>
-        <translation type="unfinished"></translation>
+        <translation>分割窗口失败</translation>
     </message>
     <message>
         <source>cls failed</source>
-        <translation type="unfinished"></translation>
+        <translation>清屏失败</translation>
     </message>
     <message>
         <source>full window failed</source>
-        <translation type="unfinished"></translation>
+        <translation>全屏失败</translation>
     </message>
     <message>
         <source>device %1 set signal source failed(%2).</source>
-        <translation type="unfinished"></translation>
+        <translation>设备%1设置信号源失败(%2)。</translation>
     </message>
     <message>
         <source>Roaming window</source>
-        <translation type="unfinished"></translation>
+        <translation>漫游窗口</translation>
     </message>
     <message>
         <source>Refresh</source>
-        <translation type="unfinished"></translation>
+        <translation>刷新</translation>
     </message>
     <message>
         <source>Login</source>
-        <translation type="unfinished"></translation>
+        <translation>登录</translation>
     </message>
     <message>
         <source>Decoder configuration</source>
-        <translation type="unfinished"></translation>
+        <translation>解码器配置</translation>
     </message>
     <message>
         <source>Scenes</source>
-        <translation type="unfinished"></translation>
+        <translation>场景</translation>
     </message>
     <message>
         <source>Loops</source>
-        <translation type="unfinished"></translation>
+        <translation>轮巡</translation>
     </message>
     <message>
         <source>Decoder %1</source>
-        <translation type="unfinished"></translation>
+        <translation>解码器 %1</translation>
     </message>
     <message>
         <source>tvwall login...</source>
-        <translation type="unfinished"></translation>
+        <translation>电视墙登录中...</translation>
     </message>
     <message>
         <source>Decoder login failed!</source>
-        <translation type="unfinished"></translation>
+        <translation>解码器登录失败！</translation>
     </message>
     <message>
         <source>Geting tv wall info...</source>
-        <translation type="unfinished"></translation>
+        <translation>正在获取电视墙信息...</translation>
     </message>
     <message>
         <source>The connection to decoder %1 was lost.</source>
-        <translation type="unfinished"></translation>
+        <translation>与解码器%1的连接已断开。</translation>
     </message>
     <message>
         <source>The TV wall is not connected, please connect the TV wall first.</source>
-        <translation type="unfinished"></translation>
+        <translation>电视墙未连接，请先连接电视墙。</translation>
     </message>
     <message>
         <source>Laying out the TV wall...</source>
-        <translation type="unfinished"></translation>
+        <translation>正在布局电视墙...</translation>
     </message>
     <message>
         <source>Setting up the TV wall failed(%1, %2).</source>
-        <translation type="unfinished"></translation>
+        <translation>电视墙设置失败(%1，%2)。</translation>
     </message>
 </context>
 <context>
     <name>kvms_matrix::NetworkSettingsDlg</name>
     <message>
         <source>Network settings of %1</source>
-        <translation type="unfinished"></translation>
+        <translation>%1的网络设置</translation>
     </message>
     <message>
         <source>Reading the settings...</source>
-        <translation type="unfinished"></translation>
+        <translation>正在读取设置...</translation>
     </message>
     <message>
         <source>IPv4 address</source>
-        <translation type="unfinished"></translation>
+        <translation>IPv4地址</translation>
     </message>
     <message>
         <source>Subnet mask</source>
-        <translation type="unfinished"></translation>
+        <translation>子网掩码</translation>
     </message>
     <message>
         <source>Gateway</source>
-        <translation type="unfinished"></translation>
+        <translation>网关</translation>
     </message>
     <message>
         <source>DNS server</source>
-        <translation type="unfinished"></translation>
+        <translation>DNS服务器</translation>
     </message>
     <message>
         <source>User</source>
-        <translation type="unfinished"></translation>
+        <translation>用户名</translation>
     </message>
     <message>
         <source>Password</source>
-        <translation type="unfinished"></translation>
+        <translation>密码</translation>
     </message>
     <message>
         <source>The decoder did not send its settings.</source>
-        <translation type="unfinished"></translation>
+        <translation>解码器未返回其网络设置。</translation>
     </message>
     <message>
         <source>Please enter an IPv4 address.</source>
-        <translation type="unfinished"></translation>
+        <translation>请输入IPv4地址。</translation>
     </message>
     <message>
         <source>Sending the settings...</source>
-        <translation type="unfinished"></translation>
+        <translation>正在发送设置...</translation>
     </message>
     <message>
         <source>Changing the network settings failed(%1, %2).</source>
-        <translation type="unfinished"></translation>
+        <translation>修改网络设置失败(%1，%2)。</translation>
     </message>
 </context>
 <context>
     <name>kvms_matrix::SourcePane</name>
     <message>
         <source>Filter by name</source>
-        <translation type="unfinished"></translation>
+        <translation>按名称筛选</translation>
     </message>
     <message>
         <source>Devices</source>
-        <translation type="unfinished"></translation>
+        <translation>设备</translation>
     </message>
     <message>
         <source>Streams</source>
-        <translation type="unfinished"></translation>
+        <translation>视频流</translation>
     </message>
 </context>
 </TS>

@@ -22,6 +22,7 @@
 
 #include <QDir>
 #include <QElapsedTimer>
+#include <QLibraryInfo>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScreen>
@@ -95,6 +96,9 @@ void PageEndToEndTest::initTestCase()
     QVERIFY(KCOMMON::KSingleton<DevsMgrData>::instance()->loadFromFile(QStringLiteral(KVMS_DEMO_CATALOGUE)));
     const QString language = qEnvironmentVariable("KVMS_TEST_LANG");
     if (!language.isEmpty()) {
+        auto* qt = new QTranslator(this);
+        if (qt->load(QStringLiteral("qt_") + language, QLibraryInfo::location(QLibraryInfo::TranslationsPath)))
+            QCoreApplication::installTranslator(qt);
         auto* translator = new QTranslator(this);
         QVERIFY(translator->load(QStringLiteral("kvms_matrix_") + language,
             QCoreApplication::applicationDirPath() + QStringLiteral("/translations")));
@@ -160,7 +164,7 @@ void PageEndToEndTest::configureConnectAndLoseADecoder()
     QCOMPARE(main_->snapshot().name, QStringLiteral("Control room"));
     QCOMPARE(int(main_->snapshot().windows.size()), 2);
     QTRY_COMPARE_WITH_TIMEOUT(page->statusStrip()->text(second_->address()),
-        second_->address() + QStringLiteral(": connected"), scaled(5000));
+        DecoderStatusStrip::linkText(second_->address(), MatrixPageState::Link::Connected, 0), scaled(5000));
 
     // A roaming window, made from the toolbar and moved: the decoder follows.
     QTest::mouseClick(page->roamingButton(), Qt::LeftButton);
@@ -195,8 +199,10 @@ void PageEndToEndTest::configureConnectAndLoseADecoder()
     QElapsedTimer clock;
     clock.start();
     const auto lost = [&] {
-        const QString text = page->statusStrip()->text(main_->address());
-        return text.endsWith(QStringLiteral("connection lost")) || text.contains(QStringLiteral("reconnecting"));
+        const QString ip = main_->address();
+        const MatrixPageState::Link link = page->state().link(ip);
+        return (link == MatrixPageState::Link::Lost || link == MatrixPageState::Link::Reconnecting)
+            && page->statusStrip()->text(ip) == DecoderStatusStrip::linkText(ip, link, page->state().attempts(ip));
     };
     QTRY_VERIFY_WITH_TIMEOUT(lost(), 5000);
     qInfo("loss shown after %lld ms", static_cast<long long>(clock.elapsed()));
@@ -208,7 +214,7 @@ void PageEndToEndTest::configureConnectAndLoseADecoder()
     QVERIFY2(longestGap < 100, qPrintable(QStringLiteral("event loop blocked %1 ms").arg(longestGap)));
     QTest::mouseClick(page->roamingButton(), Qt::LeftButton);
     QCOMPARE(SystemAssistant::recentMessages().last(),
-        QStringLiteral("The TV wall is not connected, please connect the TV wall first."));
+        MatrixForm::tr("The TV wall is not connected, please connect the TV wall first."));
     screenshot(QStringLiteral("decoder_lost"));
 }
 
