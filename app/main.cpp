@@ -12,6 +12,7 @@
 #include <QDir>
 #include <QLibraryInfo>
 #include <QMessageBox>
+#include <QScreen>
 #include <QTranslator>
 
 #include <cstdio>
@@ -88,7 +89,11 @@ int main(int argc, char** argv)
 
     ClientWindow window;
     window.setPage(page);
-    window.show();
+    // A control-room program takes the whole screen; on a display without a window manager
+    // (the virtual screen of the demo) maximising alone would do nothing.
+    if (const QScreen* screen = QGuiApplication::primaryScreen())
+        window.resize(screen->availableGeometry().size());
+    window.showMaximized();
     std::fprintf(stdout, "kvms-client: data in %s\n", qPrintable(options.dataDir));
     std::fflush(stdout);
     return app.exec();

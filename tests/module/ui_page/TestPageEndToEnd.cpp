@@ -8,6 +8,7 @@
 #include "DecoderConfigDlg.h"
 #include "DecoderStatusStrip.h"
 #include "LoginDlg.h"
+#include "SourcePane.h"
 #include "MainMatrixForm.h"
 #include "MatrixDefaultForm.h"
 #include "MatrixForm.h"
@@ -27,10 +28,12 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QSpinBox>
+#include <QTabWidget>
 #include <QTableWidget>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QTranslator>
+#include <QTreeWidget>
 
 #include <algorithm>
 
@@ -186,6 +189,21 @@ void PageEndToEndTest::configureConnectAndLoseADecoder()
         return QList<int>();
     };
     QTRY_COMPARE_WITH_TIMEOUT(movedTo(), QList<int>({ roaming.x, roaming.y }), scaled(5000));
+
+    // A camera channel of the device tree dropped on window 1: the decoder shows that camera.
+    QTreeWidget* devices = page->sourcePane()->deviceTree();
+    const QList<QTreeWidgetItem*> lobby = devices->findItems(QStringLiteral("Lobby"), Qt::MatchExactly | Qt::MatchRecursive);
+    QCOMPARE(lobby.size(), 1);
+    page->sourcePane()->tabs()->setCurrentIndex(0);
+    devices->setCurrentItem(lobby.first());
+    emit canvas->signalVideoPanelDropEvent(1, 1, 0);
+    const auto boundId = [this] {
+        for (const vdec::Window& w : main_->snapshot().windows)
+            if (w.id == 1 && w.sources.count(1))
+                return QString::fromLatin1(w.sources.at(1).devId);
+        return QString();
+    };
+    QTRY_COMPARE_WITH_TIMEOUT(boundId(), QStringLiteral("CAM0001&1"), scaled(5000));
 
     // The main decoder goes away: the strip says so soon, and the page keeps answering.
     qint64 longestGap = 0;
