@@ -21,6 +21,8 @@ ControlMatrixWt::ControlMatrixWt(QWidget* parent)
     , m_gridWt(new MatrixScreenGridWt(this))
     , m_bannerWt(new MatrixBannerWt(this))
 {
+    // The canvas may live before the worker registers the records its signals carry.
+    qRegisterMetaType<MatrixWindowInfo>("MatrixWindowInfo");
     setObjectName(QStringLiteral("controlMatrixWt"));
     setAcceptDrops(true);
     setAttribute(Qt::WA_OpaquePaintEvent);

@@ -149,7 +149,7 @@ void MatrixPanelWt::paintEvent(QPaintEvent*)
     const QColor accent = kindColor(m_kind);
     // A strip along the left edge tells the source kind even where no text fits.
     if (m_kind != SourceKind::Empty && area.width() > 4)
-        painter.fillRect(QRect(0, 0, qMax(2, area.width() / 40), area.height()), accent);
+        painter.fillRect(QRect(0, 0, qBound(2, area.width() / 60, 4), area.height()), accent);
     painter.setPen(kPanelBorder);
     painter.drawRect(area.adjusted(0, 0, -1, -1));
 

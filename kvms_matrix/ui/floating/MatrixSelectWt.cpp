@@ -9,6 +9,7 @@ namespace kvms_matrix {
 MatrixSelectWt::MatrixSelectWt(QWidget* parent)
     : KCOMMON::KWidget(parent)
 {
+    qRegisterMetaType<MouseMovePos>("MouseMovePos");
     setObjectName(QStringLiteral("matrixSelectWt"));
     setMouseTracking(true);
     setAttribute(Qt::WA_NoSystemBackground);
