@@ -95,7 +95,8 @@ void ControlMatrixWt::placeBanner()
     }
     const QRect bannerRect = CanvasGeometry::bannerRect(m_banner, size());
     place(m_bannerWt, bannerRect);
-    m_bannerWt->setVisible(isVisible() && bannerRect.width() != 0);
+    // A hidden canvas shows the banner with itself later.
+    m_bannerWt->setVisible(bannerRect.width() != 0);
     m_bannerWt->raise();
 }
 

@@ -68,6 +68,14 @@ void MatrixPanelWt::setSubWindow(const MatrixSubWindowInfo& subWindow)
     update();
 }
 
+void MatrixPanelWt::setCaption(const QString& caption)
+{
+    if (caption == m_caption)
+        return;
+    m_caption = caption;
+    update();
+}
+
 void MatrixPanelWt::setPicture(const QImage& picture)
 {
     m_picture = picture;
@@ -155,6 +163,14 @@ void MatrixPanelWt::paintEvent(QPaintEvent*)
 
     if (area.width() < 18 || area.height() < 10)
         return;
+    if (!m_caption.isEmpty() && area.height() >= 40) {
+        QFont captionFont = painter.font();
+        captionFont.setPixelSize(qBound(7, area.height() / 12, 12));
+        painter.setFont(captionFont);
+        painter.setPen(kDimText);
+        painter.drawText(area.adjusted(6, 3, -4, -3), Qt::AlignTop | Qt::AlignLeft,
+            QFontMetrics(captionFont).elidedText(m_caption, Qt::ElideRight, area.width() - 10));
+    }
     QFont font = painter.font();
     const int pixelSize = qBound(7, qMin(area.height() / 5, area.width() / 8), 14);
     font.setPixelSize(pixelSize);
@@ -185,7 +201,9 @@ void MatrixPanelWt::paintEvent(QPaintEvent*)
             metrics.elidedText(kind, Qt::ElideRight, textArea.width()), accent, true);
         drawLine(QRect(textArea.x(), top + h + 1, textArea.width(), h), name, kTextColor, false);
     } else {
-        const QString line = name.isEmpty() ? kind : name;
+        // An empty panel too small for a sentence shows which sub-window it is.
+        const bool compact = m_kind == SourceKind::Empty && (area.width() < 90 || area.height() < 40);
+        const QString line = compact ? QString::number(m_subWindowId) : name.isEmpty() ? kind : name;
         drawLine(textArea, metrics.elidedText(line, Qt::ElideMiddle, textArea.width()),
             m_kind == SourceKind::Empty ? kDimText : kTextColor, false);
     }

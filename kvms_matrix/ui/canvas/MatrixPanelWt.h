@@ -28,6 +28,9 @@ public:
     SourceKind sourceKind() const { return m_kind; }
     QString sourceName() const { return m_name; }
 
+    // A short line drawn at the top-left corner, for panels that have no title strip.
+    void setCaption(const QString& caption);
+
     // A live picture drawn instead of the source's description; a null image removes it.
     void setPicture(const QImage& picture);
     bool hasPicture() const { return !m_picture.isNull(); }
@@ -46,6 +49,7 @@ private:
     MatrixSubWindowInfo m_subWindow;
     SourceKind m_kind = SourceKind::Empty;
     QString m_name;
+    QString m_caption;
     QImage m_picture;
 };
 

@@ -45,12 +45,12 @@ void MatrixScreenGridWt::paintEvent(QPaintEvent*)
         painter.drawLine(0, y, w, y);
     }
 
-    // Screen numbers in the bottom-right corner of each screen, small enough to leave the
-    // panels readable.
+    // Each screen's number at the right end of the title strip along its top edge, where it
+    // hides no panel of a one-screen window.
+    const int title = CanvasGeometry::titleHeight(h);
     const int cellW = CanvasGeometry::toPixels(unitW, w);
-    const int cellH = CanvasGeometry::toPixels(unitH, h);
-    const int pixelSize = qBound(7, qMin(cellW, cellH) / 12, 12);
-    if (cellW < 4 * pixelSize || cellH < 3 * pixelSize)
+    const int pixelSize = qMin(12, title - 6);
+    if (pixelSize < 7 || cellW < 60)
         return;
     QFont font = painter.font();
     font.setPixelSize(pixelSize);
@@ -60,15 +60,15 @@ void MatrixScreenGridWt::paintEvent(QPaintEvent*)
     for (int r = 0; r < m_rows; ++r) {
         for (int c = 0; c < m_cols; ++c) {
             const QString number = QString::number(r * m_cols + c + 1);
-            const int badgeW = metrics.horizontalAdvance(number) + 8;
-            const int badgeH = metrics.height() + 2;
+            const int badgeW = metrics.horizontalAdvance(number) + 10;
+            const int badgeH = qMin(metrics.height() + 2, title - 4);
             const int right = CanvasGeometry::toPixels((c + 1) * unitW, w) - 4;
-            const int bottom = CanvasGeometry::toPixels((r + 1) * unitH, h) - 4;
-            const QRect badge(right - badgeW, bottom - badgeH, badgeW, badgeH);
+            const int top = CanvasGeometry::toPixels(r * unitH, h) + (title - badgeH) / 2;
+            const QRect badge(right - badgeW, top, badgeW, badgeH);
             painter.setPen(Qt::NoPen);
-            painter.setBrush(QColor(14, 22, 36, 160));
+            painter.setBrush(QColor(14, 22, 36, 170));
             painter.drawRoundedRect(badge, 3, 3);
-            painter.setPen(QColor(150, 165, 195, 200));
+            painter.setPen(QColor(150, 165, 195, 220));
             painter.drawText(badge, Qt::AlignCenter, number);
         }
     }

@@ -63,6 +63,7 @@ void FloatingWt::setWindowInfo(const MatrixWindowInfo& window)
     m_window = window;
     m_panel->setIds(window.windowId, firstSubWindowId(), 2);
     m_panel->setSubWindow(window.subWindows.isEmpty() ? MatrixSubWindowInfo() : window.subWindows.first());
+    m_panel->setCaption(tr("Window %1 \u00b7 roaming").arg(window.windowId));
 }
 
 void FloatingWt::setWallRect(const QRect& wallRect)

@@ -308,4 +308,13 @@ void CanvasTests::showcase()
     canvastest::saveGrab(canvas, QStringLiteral("canvas_showcase.png"));
     QTest::mousePress(canvas.floatingWt(10), Qt::LeftButton, {}, QPoint(20, 20));
     canvastest::saveGrab(canvas, QStringLiteral("canvas_floating_selected.png"));
+
+    // The densest wall: 5 x 5 windows of 25 panels each.
+    QList<MatrixWindowInfo> dense = canvastest::cellWall(5, 5, 25);
+    for (MatrixWindowInfo& window : dense)
+        bindSource(window, window.windowId % 25, 1, QStringLiteral("Platform camera %1").arg(window.windowId));
+    canvas.setWindowInfoList(dense, 5, 5);
+    canvas.setBannerInfo(MatrixBannerInfo());
+    QVERIFY(!canvas.floatingWt(10));
+    canvastest::saveGrab(canvas, QStringLiteral("canvas_dense.png"));
 }
