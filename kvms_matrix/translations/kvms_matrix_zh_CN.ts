@@ -44,6 +44,17 @@
     </message>
 </context>
 <context>
+    <name>kvms_matrix::ControlMatrixWt</name>
+    <message>
+        <source>Window %1 · %2</source>
+        <translation>窗口 %1 · %2</translation>
+    </message>
+    <message>
+        <source>Only one roaming window at most</source>
+        <translation>最多只能有一个漫游窗口</translation>
+    </message>
+</context>
+<context>
     <name>kvms_matrix::DecoderConfigDlg</name>
     <message>
         <source>%1:%2  user %3</source>
@@ -224,6 +235,25 @@
     </message>
 </context>
 <context>
+    <name>kvms_matrix::FloatingWt</name>
+    <message>
+        <source>playback</source>
+        <translation>回放</translation>
+    </message>
+    <message>
+        <source>window clear</source>
+        <translation>清空窗口</translation>
+    </message>
+    <message>
+        <source>delete window</source>
+        <translation>删除窗口</translation>
+    </message>
+    <message>
+        <source>Window %1 · roaming</source>
+        <translation>窗口 %1 · 漫游</translation>
+    </message>
+</context>
+<context>
     <name>kvms_matrix::LoginDlg</name>
     <message>
         <source>Add decoder</source>
@@ -275,6 +305,21 @@
     <message>
         <source>TV wall</source>
         <translation>电视墙</translation>
+    </message>
+</context>
+<context>
+    <name>kvms_matrix::MatrixBannerWt</name>
+    <message>
+        <source>Drag to move the banner; double-click for its settings</source>
+        <translation>拖动可移动横幅；双击打开横幅设置</translation>
+    </message>
+    <message>
+        <source>Banner settings</source>
+        <translation>横幅设置</translation>
+    </message>
+    <message>
+        <source>Delete banner</source>
+        <translation>删除横幅</translation>
     </message>
 </context>
 <context>
@@ -369,6 +414,41 @@
     <message>
         <source>Setting up the TV wall failed(%1, %2).</source>
         <translation>电视墙设置失败(%1，%2)。</translation>
+    </message>
+</context>
+<context>
+    <name>kvms_matrix::MatrixPanelWt</name>
+    <message>
+        <source>Camera</source>
+        <translation>摄像机</translation>
+    </message>
+    <message>
+        <source>Stream</source>
+        <translation>视频流</translation>
+    </message>
+    <message>
+        <source>Picture</source>
+        <translation>图片</translation>
+    </message>
+    <message>
+        <source>HDMI</source>
+        <translation>HDMI</translation>
+    </message>
+    <message>
+        <source>USB file</source>
+        <translation>USB文件</translation>
+    </message>
+    <message>
+        <source>Desktop</source>
+        <translation>桌面</translation>
+    </message>
+    <message>
+        <source>Playback</source>
+        <translation>回放</translation>
+    </message>
+    <message>
+        <source>No source</source>
+        <translation>无信号源</translation>
     </message>
 </context>
 <context>

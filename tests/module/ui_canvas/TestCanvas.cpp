@@ -1,0 +1,320 @@
+#include "CanvasFixture.h"
+#include "CanvasTests.h"
+
+#include "ControlMatrixWt.h"
+#include "FloatingWt.h"
+#include "MatrixPanelWt.h"
+
+#include <QMimeData>
+#include <QtTest>
+
+using namespace kvms_matrix;
+
+namespace {
+
+QWidget* panelOf(const ControlMatrixWt& canvas, int windowId, int subWindowId, int windowType)
+{
+    return canvas.panel(ControlMatrixWt::panelKey(windowId, subWindowId, windowType));
+}
+
+} // namespace
+
+void CanvasTests::panelsFollowDivision_data()
+{
+    QTest::addColumn<int>("division");
+    QTest::addColumn<int>("placed");
+    QTest::newRow("6: one large, five small") << 6 << 6;
+    QTest::newRow("8: one large, seven small") << 8 << 8;
+    QTest::newRow("25") << 25 << 25;
+    QTest::newRow("3 is no division") << 3 << 0;
+}
+
+void CanvasTests::panelsFollowDivision()
+{
+    QFETCH(int, division);
+    QFETCH(int, placed);
+    ControlMatrixWt canvas;
+    canvastest::showCanvas(canvas, QSize(960, 540));
+    canvas.setWindowInfoList({ canvastest::cellWindow(5, 3, 3, division) }, 3, 3);
+
+    int visible = 0;
+    for (int sub = 1; sub <= division; ++sub) {
+        QWidget* panel = panelOf(canvas, 5, sub, 0);
+        QVERIFY(panel);
+        visible += panel->isVisible() ? 1 : 0;
+    }
+    QCOMPARE(visible, placed);
+    if (placed) {
+        // Resizing recomputes every panel from wall units.
+        const QRect before = panelOf(canvas, 5, division, 0)->geometry();
+        canvas.resize(801, 451);
+        QVERIFY(panelOf(canvas, 5, division, 0)->geometry() != before);
+    }
+}
+
+void CanvasTests::fullSubWindow()
+{
+    ControlMatrixWt canvas;
+    canvastest::showCanvas(canvas, QSize(960, 540));
+    canvas.setWindowInfoList({ canvastest::cellWindow(5, 3, 3, 4) }, 3, 3);
+
+    canvas.toggleFullSubWindow(5, 3);
+    QCOMPARE(panelOf(canvas, 5, 3, 0)->geometry(), QRect(320, 204, 317, 153));
+    QVERIFY(!panelOf(canvas, 5, 1, 0)->isVisible());
+    QVERIFY(!panelOf(canvas, 5, 4, 0)->isVisible());
+
+    // The second toggle returns to the grid whatever sub-window it names.
+    canvas.toggleFullSubWindow(5, 1);
+    QCOMPARE(canvas.fullSubWindowIndex(5, 0), -1);
+    QCOMPARE(panelOf(canvas, 5, 3, 0)->geometry(), QRect(320, 281, 157, 75));
+    QVERIFY(panelOf(canvas, 5, 1, 0)->isVisible());
+}
+
+void CanvasTests::bannerPlacement_data()
+{
+    QTest::addColumn<QRect>("banner");
+    QTest::addColumn<QRect>("expected");
+    QTest::addColumn<bool>("shown");
+    // 801 x 451, T = 20: x 8192 x 801 / 32768 = 200, w 400, h 2048 x 451 / 32768 = 28.
+    QTest::newRow("y is always T") << QRect(8192, 20000, 16384, 2048) << QRect(200, 20, 400, 28) << true;
+    QTest::newRow("at the top") << QRect(0, 0, 32768, 4096) << QRect(0, 20, 801, 56) << true;
+    QTest::newRow("width 0 hides") << QRect(8192, 0, 0, 2048) << QRect() << false;
+}
+
+void CanvasTests::bannerPlacement()
+{
+    QFETCH(QRect, banner);
+    QFETCH(QRect, expected);
+    QFETCH(bool, shown);
+    ControlMatrixWt canvas;
+    canvastest::showCanvas(canvas, QSize(801, 451));
+    canvas.setWindowInfoList(canvastest::cellWall(3, 3), 3, 3);
+    MatrixBannerInfo info;
+    info.message = QStringLiteral("Evacuation drill at 14:00");
+    info.x = banner.x();
+    info.y = banner.y();
+    info.w = banner.width();
+    info.h = banner.height();
+    canvas.setBannerInfo(info);
+    QCOMPARE(canvas.bannerWidget()->isVisible(), shown);
+    if (shown)
+        QCOMPARE(canvas.bannerWidget()->geometry(), expected);
+}
+
+void CanvasTests::splicedReplacesCells()
+{
+    ControlMatrixWt canvas;
+    canvastest::showCanvas(canvas, QSize(960, 540));
+    canvas.setWindowInfoList(canvastest::cellWall(3, 3), 3, 3);
+    QSignalSpy selected(&canvas, &ControlMatrixWt::signalWindowSelected);
+
+    canvas.setWindowInfo(canvastest::splicedWindow(1, 2, 2, 3, 3, 4));
+    QCOMPARE(canvas.windowInfoList().size(), 6);
+    for (int covered : { 2, 4, 5 }) {
+        QVERIFY(!canvas.windowInfo(covered, 0, nullptr));
+        QVERIFY(!panelOf(canvas, covered, 1, 0));
+    }
+    QVERIFY(canvas.windowInfo(3, 0, nullptr));
+    QCOMPARE(canvas.currentWindowId(), 1);
+    QCOMPARE(canvas.currentWindowType(), 1);
+    // 2 x 2 cells from (0, 0): 639 x 359 pixels, the first of four panels below the title strip.
+    QCOMPARE(panelOf(canvas, 1, 1, 1)->geometry(), QRect(1, 25, 317, 165));
+
+    // A click on the spliced window's last panel selects that sub-window.
+    QTest::mouseClick(&canvas, Qt::LeftButton, {}, QPoint(500, 300));
+    QCOMPARE(selected.count(), 1);
+    QCOMPARE(selected.first(), (QVariantList { 1, 4, 1 }));
+
+    // Unjoined, the cells are windows again under their own ids.
+    canvas.removeWindowInfo(1, 1);
+    QCOMPARE(canvas.windowInfoList().size(), 9);
+    MatrixWindowInfo cell;
+    QVERIFY(canvas.windowInfo(5, 0, &cell));
+    QCOMPARE(QRect(cell.x, cell.y, cell.w, cell.h), QRect(10922, 10922, 10922, 10922));
+    QVERIFY(panelOf(canvas, 5, 1, 0));
+    QCOMPARE(canvas.currentWindowId(), -1);
+}
+
+void CanvasTests::emptyWallPlacesNothing()
+{
+    ControlMatrixWt canvas;
+    canvastest::showCanvas(canvas, QSize(640, 360));
+    canvas.setWindowInfoList(canvastest::cellWall(2, 2, 4), 2, 2);
+    canvas.setWindowInfoList({}, 2, 2);
+    QTRY_COMPARE(canvas.findChildren<MatrixPanelWt*>().size(), 0);
+    QVERIFY(canvas.windowInfoList().isEmpty());
+}
+
+void CanvasTests::drops_data()
+{
+    QTest::addColumn<QString>("format");
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QPoint>("point");
+    QTest::addColumn<bool>("entered");
+    QTest::addColumn<QVariantList>("source"); // empty when no source drop is expected
+    QTest::addColumn<QVariantList>("loop");
+
+    const QString model = QStringLiteral("application/x-qabstractitemmodeldatalist");
+    const QString item = QStringLiteral("matrixlistitem");
+    // 960 x 540, 3 x 3 wall of division 4: window 5's second panel is (479, 204) 157 x 75.
+    QTest::newRow("source on a panel") << model << QByteArray("x") << QPoint(500, 220) << true
+                                       << QVariantList { 5, 2, 0 } << QVariantList {};
+    QTest::newRow("source on a title strip")
+        << model << QByteArray("x") << QPoint(400, 190) << true << QVariantList { 5, 1, 0 } << QVariantList {};
+    QTest::newRow("loop item") << item << QByteArray("12") << QPoint(330, 290) << true << QVariantList {}
+                               << QVariantList { 5, 3, 0, 12 };
+    QTest::newRow("loop item without an id")
+        << item << QByteArray("loop") << QPoint(330, 290) << true << QVariantList {} << QVariantList {};
+    QTest::newRow("plain text refused") << QStringLiteral("text/plain") << QByteArray("5") << QPoint(500, 220) << false
+                                        << QVariantList {} << QVariantList {};
+}
+
+void CanvasTests::drops()
+{
+    QFETCH(QString, format);
+    QFETCH(QByteArray, bytes);
+    QFETCH(QPoint, point);
+    QFETCH(bool, entered);
+    QFETCH(QVariantList, source);
+    QFETCH(QVariantList, loop);
+
+    ControlMatrixWt canvas;
+    canvastest::showCanvas(canvas, QSize(960, 540));
+    canvas.setWindowInfoList(canvastest::cellWall(3, 3, 4), 3, 3);
+    QSignalSpy sourceDrops(&canvas, &ControlMatrixWt::signalVideoPanelDropEvent);
+    QSignalSpy loopDrops(&canvas, &ControlMatrixWt::signalLoopListDropEvent);
+
+    QMimeData data;
+    data.setData(format, bytes);
+    QDragEnterEvent enter(point, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&canvas, &enter);
+    QCOMPARE(enter.isAccepted(), entered);
+    if (!entered)
+        return;
+    QDropEvent drop(point, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&canvas, &drop);
+    QCOMPARE(sourceDrops.isEmpty() ? QVariantList {} : sourceDrops.first(), source);
+    QCOMPARE(loopDrops.isEmpty() ? QVariantList {} : loopDrops.first(), loop);
+}
+
+void CanvasTests::bannerDrag()
+{
+    ControlMatrixWt canvas;
+    canvastest::showCanvas(canvas, QSize(1024, 512));
+    canvas.setWindowInfoList(canvastest::cellWall(2, 2), 2, 2);
+    MatrixBannerInfo info;
+    info.message = QStringLiteral("Welcome");
+    info.x = 8192;
+    info.w = 16384;
+    info.h = 2048;
+    canvas.setBannerInfo(info);
+    QWidget* banner = canvas.bannerWidget();
+    QCOMPARE(banner->geometry(), QRect(256, 23, 512, 32));
+    QSignalSpy set(&canvas, &ControlMatrixWt::signalSetBanner);
+    QSignalSpy config(&canvas, &ControlMatrixWt::signalBannerConfig);
+
+    QTest::mousePress(banner, Qt::LeftButton, {}, QPoint(10, 10));
+    QMouseEvent move(QEvent::MouseMove, QPoint(74, 42), banner->mapToGlobal(QPoint(74, 42)), Qt::NoButton,
+        Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(banner, &move);
+    QTest::mouseRelease(banner, Qt::LeftButton, {}, QPoint(10, 10));
+    // Moved by (64, 32) pixels to (320, 55): 10240 and 3520 units; the size stays as it was.
+    QCOMPARE(set.count(), 1);
+    QCOMPARE(set.first(), (QVariantList { 10240, 3520, 16384, 2048 }));
+
+    QTest::mouseDClick(banner, Qt::LeftButton, {}, QPoint(10, 10));
+    QCOMPARE(config.count(), 1);
+}
+
+void CanvasTests::imagesAreDrawn()
+{
+    QStringList names { QStringLiteral(":/menu/images/menu/playback_n.png") };
+    for (const char* name : { "exit_replay", "wnd_clean_n", "maximize_n", "maximize_quti_n", "1_n", "4_n", "6_n", "8_n",
+             "9_n", "16_n", "25_n", "split_n", "tp_n", "photo_n", "ico_open_voice_n", "ico_close_voice_n", "hd_n",
+             "sd_n", "scene_n", "matrix_tuining" })
+        names.append(QStringLiteral(":/matrix_images/images/%1.png").arg(QLatin1String(name)));
+    for (const QString& name : names) {
+        const QImage image(name);
+        QVERIFY2(!image.isNull(), qPrintable(name));
+        const QImage argb = image.convertToFormat(QImage::Format_ARGB32);
+        int opaque = 0;
+        for (int y = 0; y < argb.height(); ++y) {
+            for (int x = 0; x < argb.width(); ++x)
+                opaque += qAlpha(argb.pixel(x, y)) > 128 ? 1 : 0;
+        }
+        // A drawing, not a blank or a filled square.
+        QVERIFY2(opaque > 8 && opaque < argb.width() * argb.height() * 9 / 10, qPrintable(name));
+    }
+}
+
+namespace {
+
+void bindSource(MatrixWindowInfo& window, int index, int type, const QString& name)
+{
+    MatrixSubWindowInfo& sub = window.subWindows[index];
+    sub.device.deviceType = type;
+    sub.device.deviceName = name;
+    sub.device.displayName = name;
+    sub.sourceState = type == 1 ? 1 : type == 2 ? 2 : 0;
+}
+
+} // namespace
+
+// A 3 x 3 wall with every division, a spliced and a floating window and a banner; what it shows
+// is saved for a person to look at when KVMS_TEST_SAVE_DIR is set.
+void CanvasTests::showcase()
+{
+    ControlMatrixWt canvas;
+    canvastest::showCanvas(canvas, QSize(1200, 675));
+    QList<MatrixWindowInfo> windows;
+    MatrixWindowInfo spliced = canvastest::splicedWindow(1, 1, 2, 3, 3, 6);
+    bindSource(spliced, 0, 1, QStringLiteral("Entrance hall PTZ"));
+    bindSource(spliced, 1, 9, QStringLiteral("rtsp://127.0.0.9/live"));
+    windows << spliced;
+    const int divisions[] = { 1, 4, 8, 9, 16, 25, 1 };
+    for (int id = 3; id <= 9; ++id) {
+        MatrixWindowInfo cell = canvastest::cellWindow(id, 3, 3, divisions[id - 3]);
+        bindSource(cell, 0, id == 9 ? 3 : 1,
+            id == 9 ? QStringLiteral("pic_floorplan.jpg") : QStringLiteral("Camera %1").arg(id));
+        if (cell.subWindows.size() > 3) {
+            bindSource(cell, 1, 6, QStringLiteral("HDMI 1"));
+            bindSource(cell, 2, 7, QStringLiteral("USB Video Source 2"));
+            bindSource(cell, 3, 2, QStringLiteral("cap_127.0.0.1"));
+        }
+        windows << cell;
+    }
+    MatrixWindowInfo floating = canvastest::window(10, 12000, 14000, 9000, 9000, 1, 2);
+    bindSource(floating, 0, 1, QStringLiteral("Car park east"));
+    windows << floating;
+    canvas.setWindowInfoList(windows, 3, 3);
+    MatrixBannerInfo banner;
+    banner.message = QStringLiteral("Fire drill at 14:00 - please stay calm");
+    banner.x = 4096;
+    banner.w = 24576;
+    banner.h = 1800;
+    banner.fontPercent = 60;
+    banner.fontColor = Qt::yellow;
+    banner.backColor = QColor(120, 0, 0);
+    canvas.setBannerInfo(banner);
+    QTest::mouseClick(&canvas, Qt::LeftButton, {}, QPoint(100, 300));
+    static_cast<MatrixPanelWt*>(canvas.panel(ControlMatrixWt::panelKey(3, 1, 0)))->setPicture([] {
+        QImage picture(160, 90, QImage::Format_RGB32);
+        picture.fill(QColor("#35506e"));
+        return picture;
+    }());
+
+    QCOMPARE(canvas.windowInfoList().size(), 9);
+    QCOMPARE(canvas.currentWindowId(), 4);
+    canvastest::saveGrab(canvas, QStringLiteral("canvas_showcase.png"));
+    QTest::mousePress(canvas.floatingWt(10), Qt::LeftButton, {}, QPoint(20, 20));
+    canvastest::saveGrab(canvas, QStringLiteral("canvas_floating_selected.png"));
+
+    // The densest wall: 5 x 5 windows of 25 panels each.
+    QList<MatrixWindowInfo> dense = canvastest::cellWall(5, 5, 25);
+    for (MatrixWindowInfo& window : dense)
+        bindSource(window, window.windowId % 25, 1, QStringLiteral("Platform camera %1").arg(window.windowId));
+    canvas.setWindowInfoList(dense, 5, 5);
+    canvas.setBannerInfo(MatrixBannerInfo());
+    QVERIFY(!canvas.floatingWt(10));
+    canvastest::saveGrab(canvas, QStringLiteral("canvas_dense.png"));
+}
