@@ -7,12 +7,13 @@
 #include "ControlMatrixWt.h"
 #include "DecoderConfigDlg.h"
 #include "DecoderStatusStrip.h"
+#include "FloatingWt.h"
 #include "LoginDlg.h"
-#include "SourcePane.h"
 #include "MainMatrixForm.h"
 #include "MatrixDefaultForm.h"
 #include "MatrixForm.h"
 #include "MatrixSdkWorker.h"
+#include "SourcePane.h"
 #include "core/VirtualDecoder.h"
 #include "matrixModuleInit.h"
 
@@ -27,6 +28,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScreen>
+#include <QSignalSpy>
 #include <QSpinBox>
 #include <QTabWidget>
 #include <QTableWidget>
@@ -179,9 +181,20 @@ void PageEndToEndTest::configureConnectAndLoseADecoder()
             roaming = w;
     QCOMPARE(roaming.windowType, 2);
     screenshot(QStringLiteral("connected_wall"));
-    roaming.x += 2048;
-    roaming.y += 1024;
-    emit canvas->signalMoveFloatingWindow(roaming);
+    // Dragged with the mouse on the canvas: the page sends the new place to the decoder.
+    FloatingWt* floating = canvas->floatingWt(roaming.windowId);
+    QVERIFY(floating);
+    QSignalSpy moved(canvas, &ControlMatrixWt::signalMoveFloatingWindow);
+    const QPoint grip(20, 20);
+    QTest::mousePress(floating, Qt::LeftButton, {}, grip);
+    QMouseEvent drag(QEvent::MouseMove, grip + QPoint(60, 40), floating->mapToGlobal(grip + QPoint(60, 40)),
+        Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(floating, &drag);
+    QTest::mouseRelease(floating, Qt::LeftButton, {}, grip + QPoint(60, 40));
+    QCOMPARE(moved.count(), 1);
+    const MatrixWindowInfo before = roaming;
+    roaming = moved.first().first().value<MatrixWindowInfo>();
+    QVERIFY(roaming.x > before.x && roaming.y > before.y);
     const auto movedTo = [this] {
         for (const vdec::Window& w : main_->snapshot().windows)
             if (w.floating)
@@ -192,7 +205,8 @@ void PageEndToEndTest::configureConnectAndLoseADecoder()
 
     // A camera channel of the device tree dropped on window 1: the decoder shows that camera.
     QTreeWidget* devices = page->sourcePane()->deviceTree();
-    const QList<QTreeWidgetItem*> lobby = devices->findItems(QStringLiteral("Lobby"), Qt::MatchExactly | Qt::MatchRecursive);
+    const QList<QTreeWidgetItem*> lobby
+        = devices->findItems(QStringLiteral("Lobby"), Qt::MatchExactly | Qt::MatchRecursive);
     QCOMPARE(lobby.size(), 1);
     page->sourcePane()->tabs()->setCurrentIndex(0);
     devices->setCurrentItem(lobby.first());
