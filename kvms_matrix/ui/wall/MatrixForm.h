@@ -50,6 +50,7 @@ public:
     QString tipText() const;
     QPushButton* roamingButton() const { return m_roamingBtn; }
     QPushButton* configButton() const { return m_configBtn; }
+    QPushButton* loginButton() const { return m_loginBtn; }
 
 public slots:
     void slotConnectMatrixResult(QSharedPointer<CSharedHandle> mHandle, int result, int type, void* pUser);

@@ -1,5 +1,6 @@
 // The main page's choice and messages, and the TV wall page's answers to connect results,
 // driven with crafted results (no decoder needed).
+#include "PageTests.h"
 #include "TestMain.h"
 #include "TestTimeout.h"
 
@@ -24,17 +25,7 @@ using kvmstest::scaled;
 
 namespace {
 
-// Nothing listens here: a login fails at once with a refused connection.
-const QString kIp = QStringLiteral("127.0.0.9");
-
-void writeDecoderConfig(bool withDecoder)
-{
-    QFile file(QStringLiteral("decoderConfig.json"));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(withDecoder ? R"({"matrixList":[{"type":0,"ip":"127.0.0.9","port":1,"manager_port":1,)"
-                             R"("username":"admin","password":"x"}]})"
-                           : R"({"matrixList":[]})");
-}
+const QString kIp = pagetest::nowhere();
 
 QSharedPointer<CSharedHandle> handleFor(const QString& ip)
 {
@@ -53,37 +44,6 @@ void recordKind(const WorkerTaskParam& task, void*)
 }
 
 } // namespace
-
-class PageTest : public QObject {
-    Q_OBJECT
-
-private slots:
-    void initTestCase();
-    void init();
-    void cleanup();
-    void cleanupTestCase();
-
-    void pageFollowsTheConfiguration_data();
-    void pageFollowsTheConfiguration();
-    void loginErrorsAreToldInWords_data();
-    void loginErrorsAreToldInWords();
-    void errorsForAnotherFormAreIgnored();
-    void connectFailuresShowOnThePage_data();
-    void connectFailuresShowOnThePage();
-    void successfulConnectReadsTheWallInOrder();
-    void lostLinkShowsInTheStrip();
-    void refusedLoginIsNotRetried();
-    void wallActionsNeedAConnection();
-    void reconnectBacksOff_data();
-    void reconnectBacksOff();
-
-private:
-    // A wall page whose one decoder (kIp) failed its first login and retries no more.
-    void settledWallPage(MainMatrixForm& form);
-
-    QTemporaryDir dir_;
-    QString previous_;
-};
 
 void PageTest::initTestCase()
 {
@@ -114,7 +74,7 @@ void PageTest::cleanupTestCase()
 
 void PageTest::settledWallPage(MainMatrixForm& form)
 {
-    writeDecoderConfig(true);
+    pagetest::writeDecoderConfig(true);
     form.slotUpdateScreen();
     MatrixForm* page = form.tvWallPage();
     QTRY_COMPARE_WITH_TIMEOUT(page->state().link(kIp), MatrixPageState::Link::Lost, scaled(5000));
@@ -135,7 +95,7 @@ void PageTest::pageFollowsTheConfiguration()
     QFETCH(int, file);
     QFETCH(int, page);
     if (file > 0)
-        writeDecoderConfig(file == 2);
+        pagetest::writeDecoderConfig(file == 2);
     MainMatrixForm form;
     form.show();
     QCOMPARE(form.currentPage(), page);
@@ -320,5 +280,15 @@ void PageTest::reconnectBacksOff()
     QCOMPARE(state.markLost(kIp), 1000);
 }
 
-KVMS_TEST_MAIN(PageTest)
-#include "TestPage.moc"
+namespace pagetest {
+
+void writeDecoderConfig(bool withDecoder)
+{
+    QFile file(QStringLiteral("decoderConfig.json"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(withDecoder ? R"({"matrixList":[{"type":0,"ip":"127.0.0.9","port":1,"manager_port":1,)"
+                             R"("username":"admin","password":"x"}]})"
+                           : R"({"matrixList":[]})");
+}
+
+} // namespace pagetest

@@ -1,0 +1,4 @@
+#include "PageTests.h"
+#include "TestMain.h"
+
+KVMS_TEST_MAIN(PageTest)
