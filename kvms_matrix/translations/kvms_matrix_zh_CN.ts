@@ -415,6 +415,10 @@
         <source>Setting up the TV wall failed(%1, %2).</source>
         <translation>电视墙设置失败(%1，%2)。</translation>
     </message>
+    <message>
+        <source>Video sound control failed!</source>
+        <translation>视频声音控制失败！</translation>
+    </message>
 </context>
 <context>
     <name>kvms_matrix::MatrixPanelWt</name>

@@ -116,8 +116,9 @@ void MatrixForm::buildLayout()
     connect(m_canvas, &ControlMatrixWt::signalCreateFloatingWindow, this, &MatrixForm::slotCreateFloatingWindow);
     connect(m_canvas, &ControlMatrixWt::signalMoveFloatingWindow, this, &MatrixForm::slotMoveFloatingWindow);
     connect(m_canvas, &ControlMatrixWt::signalVideoPanelDropEvent, this, &MatrixForm::slotVideoPanelDropEvent);
-    connect(KCOMMON::KSingleton<MatrixSignals>::instance(), &MatrixSignals::signalRefreshTvWall, this,
-        &MatrixForm::slotRefreshTvWall);
+    MatrixSignals* hub = KCOMMON::KSingleton<MatrixSignals>::instance();
+    connect(hub, &MatrixSignals::signalRefreshTvWall, this, &MatrixForm::slotRefreshTvWall);
+    connect(hub, &MatrixSignals::signalRightMemuClicked, this, &MatrixForm::slotRightMemuClicked);
 }
 
 void MatrixForm::connectWorker()
@@ -135,6 +136,8 @@ void MatrixForm::connectWorker()
     connect(w, &MatrixSdkWorker::signalClearWindowResult, this, &MatrixForm::slotClearWindowResult, queued);
     connect(w, &MatrixSdkWorker::signalSetFullWindowResult, this, &MatrixForm::slotSetFullWindowResult, queued);
     connect(w, &MatrixSdkWorker::signalSetLayoutResult, this, &MatrixForm::slotSetLayoutResult, queued);
+    connect(w, &MatrixSdkWorker::signalSetAudioOutputEnableResult, this, &MatrixForm::slotSetAudioOutputEnableResult,
+        queued);
     connect(w, &MatrixSdkWorker::signalSetWindowSignalSourceResult, this, &MatrixForm::slotSetWindowSignalSourceResult,
         queued);
 }

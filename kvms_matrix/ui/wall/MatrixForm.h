@@ -70,6 +70,8 @@ public slots:
     void slotCreateFloatingWindow(MatrixWindowInfo windowInfo);
     void slotMoveFloatingWindow(MatrixWindowInfo windowInfo);
     void slotVideoPanelDropEvent(int windowId, int subWindowId, int windowType);
+    void slotRightMemuClicked(int windowId, int subWindowId, int windowType, int operatetype, int type);
+    void slotSetAudioOutputEnableResult(int result);
     void slotRoamingBtnClicked();
     void slotConfigBtnClicked();
     void slotLoginBtnClicked();

@@ -212,4 +212,49 @@ void MatrixForm::slotSetWindowSignalSourceResult(int result, MatrixWindowInfo wi
     setTip(tr("device %1 set signal source failed(%2).").arg(name).arg(result));
 }
 
+void MatrixForm::slotRightMemuClicked(int windowId, int subWindowId, int windowType, int operatetype, int type)
+{
+    // Context actions of the wall's windows; playback, capture, pictures and streams have
+    // flows of their own and are not handled here.
+    enum Code { Split = 0, Clear = 2, ClearSome = 3, ClearOthers = 4, Unjoin = 10, Remove = 11, Full = 12 };
+    enum AudioCode { AudioOff = 13, AudioOn = 14 };
+    if (!isVisible())
+        return; // another page of the module took the action
+    const QSharedPointer<CSharedHandle> handle = requireHandle();
+    if (!handle)
+        return;
+    switch (operatetype) {
+    case Split:
+        m_worker->setWindowSplit(handle, windowId, type);
+        break;
+    case Clear:
+    case ClearSome:
+    case ClearOthers:
+        m_worker->clearWindow(handle, windowId, subWindowId, windowType);
+        break;
+    case Unjoin:
+    case Remove: {
+        MatrixWindowInfo window;
+        if (m_canvas->windowInfo(windowId, windowType, &window))
+            m_worker->removeWindow(handle, window);
+        break;
+    }
+    case Full:
+        m_worker->setFullWindow(handle, windowId, subWindowId, type == 1);
+        break;
+    case AudioOff:
+    case AudioOn:
+        m_worker->setAudioOutputEnable(handle, windowId, subWindowId, windowType, operatetype == AudioOn);
+        break;
+    default:
+        break;
+    }
+}
+
+void MatrixForm::slotSetAudioOutputEnableResult(int result)
+{
+    if (result != 0)
+        setTip(tr("Video sound control failed!"));
+}
+
 } // namespace kvms_matrix

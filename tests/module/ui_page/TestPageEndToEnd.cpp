@@ -22,6 +22,7 @@
 #include "KSingleton.h"
 #include "SystemAssistant.h"
 
+#include <QAction>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QLibraryInfo>
@@ -202,6 +203,16 @@ void PageEndToEndTest::configureConnectAndLoseADecoder()
         return QList<int>();
     };
     QTRY_COMPARE_WITH_TIMEOUT(movedTo(), QList<int>({ roaming.x, roaming.y }), scaled(5000));
+
+    // Deleted from its own menu: gone from the decoder and the canvas.
+    QAction* remove = nullptr;
+    for (QAction* action : floating->findChildren<QAction*>())
+        if (action->text() == FloatingWt::tr("delete window"))
+            remove = action;
+    QVERIFY(remove);
+    remove->trigger();
+    QTRY_COMPARE_WITH_TIMEOUT(floatingCount(main_), 0, scaled(5000));
+    QTRY_COMPARE_WITH_TIMEOUT(canvas->windowInfoList().size(), 2, scaled(5000));
 
     // A camera channel of the device tree dropped on window 1: the decoder shows that camera.
     QTreeWidget* devices = page->sourcePane()->deviceTree();
