@@ -259,6 +259,12 @@ void PageEndToEndTest::configureConnectAndLoseADecoder()
     QCOMPARE(SystemAssistant::recentMessages().last(),
         MatrixForm::tr("The TV wall is not connected, please connect the TV wall first."));
     screenshot(QStringLiteral("decoder_lost"));
+
+    // Back on its address and port: a later attempt of the back-off logs in and reads the wall again.
+    QVERIFY(main_->start());
+    QTRY_COMPARE_WITH_TIMEOUT(page->state().link(main_->address()), MatrixPageState::Link::Connected, scaled(20000));
+    QTRY_VERIFY_WITH_TIMEOUT(page->tipText().isEmpty(), scaled(5000));
+    QCOMPARE(canvas->windowInfoList().size(), 2);
 }
 
 KVMS_TEST_MAIN(PageEndToEndTest)
