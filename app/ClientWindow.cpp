@@ -5,6 +5,7 @@
 #include "SystemAssistant.h"
 #include "SystemMsg.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QMessageBox>
@@ -23,9 +24,14 @@ constexpr int kMaxOpenBoxes = 5;
 ClientWindow::ClientWindow(QWidget* parent)
     : QMainWindow(parent)
 {
-    setWindowTitle(tr("TV wall"));
+    setWindowTitle(QGuiApplication::applicationDisplayName());
     resize(1400, 860);
     SystemAssistant::setMessageSink([this](const QString& text) { showMessage(text); });
+    auto* quit = new QAction(tr("Quit"), this);
+    quit->setShortcut(QKeySequence::Quit);
+    quit->setShortcutContext(Qt::ApplicationShortcut);
+    connect(quit, &QAction::triggered, this, &QWidget::close);
+    addAction(quit);
 }
 
 ClientWindow::~ClientWindow()
@@ -38,7 +44,8 @@ void ClientWindow::setPage(kvms_base::BaseForm* page)
     page_ = page;
     setCentralWidget(page);
     const auto retitle = [this](const QString& name) {
-        setWindowTitle(name.isEmpty() ? tr("TV wall") : tr("%1 - TV wall").arg(name));
+        const QString program = QGuiApplication::applicationDisplayName();
+        setWindowTitle(name.isEmpty() ? program : tr("%1 - %2").arg(name, program));
     };
     connect(page, &kvms_base::BaseForm::signalFormNameChanged, this, retitle);
     retitle(page->formName());

@@ -4,12 +4,12 @@
 <context>
     <name>ClientWindow</name>
     <message>
-        <source>TV wall</source>
-        <translation>电视墙</translation>
+        <source>Quit</source>
+        <translation>退出</translation>
     </message>
     <message>
-        <source>%1 - TV wall</source>
-        <translation>%1 - 电视墙</translation>
+        <source>%1 - %2</source>
+        <translation>%1 - %2</translation>
     </message>
 </context>
 <context>

@@ -211,10 +211,9 @@ void MatrixForm::slotConnectMatrixResult(QSharedPointer<CSharedHandle> mHandle, 
     if (mHandle && result == 0 && m_state.hasDecoder(ip)) {
         m_state.markConnected(ip, mHandle);
         showLink(ip);
-        if (pUser == &m_loginTag) {
-            QList<MatrixInfo> decoders = m_state.decoders();
-            WallConfigStore::save(decoders, WallConfigStore::wall());
-        }
+        // A login the operator changed in the dialog is kept once it works.
+        if (pUser == &m_loginTag)
+            MatrixSdkWorker::addDecoderToJson(m_state.decoders());
         if (shown) {
             WallConfigStore::saveLogin(m_state.current());
             onWallConnected(mHandle);
