@@ -74,6 +74,7 @@ void MatrixForm::buildLayout()
     m_tip = new QLabel(this);
     m_tip->setObjectName(QStringLiteral("matrixTip"));
     m_tip->setStyleSheet(QStringLiteral("QLabel{color:#f0c060;padding:2px 4px;}"));
+    m_tip->setMinimumHeight(m_tip->fontMetrics().height() + 6);
     auto* centre = new QWidget(this);
     auto* centreLayout = new QVBoxLayout(centre);
     centreLayout->setContentsMargins(0, 0, 0, 0);
@@ -99,6 +100,8 @@ void MatrixForm::buildLayout()
     split->setStretchFactor(1, 1);
     split->setSizes({ 240, 900, 200 });
 
+    // Labels are text on the page, not the framed boxes of the module's panels.
+    setStyleSheet(QStringLiteral("QLabel{background:transparent;border:none;}"));
     m_strip = new DecoderStatusStrip(this);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(6, 6, 6, 4);
