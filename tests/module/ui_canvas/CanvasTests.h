@@ -26,6 +26,7 @@ private slots:
     void bannerPlacement();
     void splicedReplacesCells();
     void emptyWallPlacesNothing();
+    void hostileWallIsBounded();
     void drops_data();
     void drops();
     void bannerDrag();

@@ -145,6 +145,21 @@ void CanvasTests::emptyWallPlacesNothing()
     QVERIFY(canvas.windowInfoList().isEmpty());
 }
 
+void CanvasTests::hostileWallIsBounded()
+{
+    // A decoder that claims a huge grid and a window of 5000 sub-windows at absurd coordinates.
+    ControlMatrixWt canvas;
+    canvastest::showCanvas(canvas, QSize(640, 360));
+    MatrixWindowInfo huge = canvastest::window(1, 2000000000, -2000000000, 2000000000, 2000000000, 25);
+    for (int k = 25; k < 5000; ++k)
+        huge.subWindows.append(huge.subWindows.first());
+    canvas.setWindowInfoList({ huge }, 1 << 30, 1 << 30);
+    QCOMPARE(canvas.rows(), 64);
+    QCOMPARE(canvas.cols(), 64);
+    QVERIFY(canvas.findChildren<MatrixPanelWt*>().size() <= 25);
+    canvas.repaint();
+}
+
 void CanvasTests::drops_data()
 {
     QTest::addColumn<QString>("format");
