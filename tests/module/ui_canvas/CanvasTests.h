@@ -38,4 +38,6 @@ private slots:
     void dragFloating_data();
     void dragFloating();
     void resizeFloating();
+    void dropOnFloating_data();
+    void dropOnFloating();
 };
