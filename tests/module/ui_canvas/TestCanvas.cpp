@@ -110,6 +110,10 @@ void CanvasTests::splicedReplacesCells()
 
     canvas.setWindowInfo(canvastest::splicedWindow(1, 2, 2, 3, 3, 4));
     QCOMPARE(canvas.windowInfoList().size(), 6);
+    // Other forms find panels by this text.
+    QCOMPARE(ControlMatrixWt::panelKey(1, 4, 1), QStringLiteral("windowid:1~subwindowid:4~windowtype:1"));
+    QCOMPARE(canvas.panel(QStringLiteral("windowid:1~subwindowid:4~windowtype:1")), panelOf(canvas, 1, 4, 1));
+    QVERIFY(canvas.panel(QStringLiteral("windowid:1~subwindowid:4~windowtype:1")));
     for (int covered : { 2, 4, 5 }) {
         QVERIFY(!canvas.windowInfo(covered, 0, nullptr));
         QVERIFY(!panelOf(canvas, covered, 1, 0));
