@@ -42,13 +42,32 @@ ControlMatrixWt::~ControlMatrixWt()
 
 QString ControlMatrixWt::panelKey(int windowId, int subWindowId, int windowType)
 {
-    return QStringLiteral("windowid:%1~subwindowid:%2~windowtype:%3").arg(windowId).arg(subWindowId).arg(windowType);
+    // "windowid:%1~subwindowid:%2~windowtype:%3", built in one buffer: layouts look up every
+    // panel by this text.
+    QString key;
+    key.reserve(64);
+    key += QLatin1String("windowid:");
+    key += QString::number(windowId);
+    key += QLatin1String("~subwindowid:");
+    key += QString::number(subWindowId);
+    key += QLatin1String("~windowtype:");
+    key += QString::number(windowType);
+    return key;
 }
+
+namespace {
+
+// Bounds on what a decoder's answer may make the canvas build: no wall has more screens on a
+// side, and no division more sub-windows.
+constexpr int kMaxGridSide = 64;
+constexpr int kMaxPanelsPerWindow = 25;
+
+} // namespace
 
 void ControlMatrixWt::setWindowInfoList(const QList<MatrixWindowInfo>& windows, int rows, int cols)
 {
-    m_rows = qMax(rows, 1);
-    m_cols = qMax(cols, 1);
+    m_rows = qBound(1, rows, kMaxGridSide);
+    m_cols = qBound(1, cols, kMaxGridSide);
     m_windows.clear();
     m_splicedWindows.clear();
     m_fullIndex.clear();
@@ -356,7 +375,9 @@ void ControlMatrixWt::syncPanels()
     QSet<QString> wanted;
     const auto sync = [this, &wanted](const QMap<int, MatrixWindowInfo>& windows) {
         for (const MatrixWindowInfo& window : windows) {
-            for (const MatrixSubWindowInfo& sub : window.subWindows) {
+            const int count = qMin(window.subWindows.size(), kMaxPanelsPerWindow);
+            for (int k = 0; k < count; ++k) {
+                const MatrixSubWindowInfo& sub = window.subWindows.at(k);
                 const QString key = panelKey(window.windowId, sub.subWindowId, window.windowType);
                 wanted.insert(key);
                 MatrixPanelWt*& panel = m_panels[key];

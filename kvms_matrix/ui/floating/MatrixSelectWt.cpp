@@ -6,6 +6,29 @@
 
 namespace kvms_matrix {
 
+namespace {
+
+Qt::CursorShape cursorOf(MouseMovePos handle)
+{
+    switch (handle) {
+    case TopLeft:
+    case BottomRight:
+        return Qt::SizeFDiagCursor;
+    case TopRight:
+    case BottomLeft:
+        return Qt::SizeBDiagCursor;
+    case Left:
+    case Right:
+        return Qt::SizeHorCursor;
+    case Bottom:
+        return Qt::SizeVerCursor;
+    default:
+        return Qt::ArrowCursor;
+    }
+}
+
+} // namespace
+
 MatrixSelectWt::MatrixSelectWt(QWidget* parent)
     : KCOMMON::KWidget(parent)
 {
@@ -56,8 +79,10 @@ void MatrixSelectWt::mousePressEvent(QMouseEvent* event)
 void MatrixSelectWt::mouseMoveEvent(QMouseEvent* event)
 {
     m_globalPos = event->globalPos();
-    if (!m_pressed)
+    if (!m_pressed) {
         m_handle = handleAt(event->pos());
+        setCursor(cursorOf(m_handle));
+    }
     emit signalMouseMove(m_handle, m_pressed);
 }
 

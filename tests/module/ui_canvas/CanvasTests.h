@@ -26,6 +26,7 @@ private slots:
     void bannerPlacement();
     void splicedReplacesCells();
     void emptyWallPlacesNothing();
+    void hostileWallIsBounded();
     void drops_data();
     void drops();
     void bannerDrag();
@@ -37,4 +38,6 @@ private slots:
     void dragFloating_data();
     void dragFloating();
     void resizeFloating();
+    void dropOnFloating_data();
+    void dropOnFloating();
 };

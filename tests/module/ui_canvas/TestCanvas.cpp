@@ -110,6 +110,10 @@ void CanvasTests::splicedReplacesCells()
 
     canvas.setWindowInfo(canvastest::splicedWindow(1, 2, 2, 3, 3, 4));
     QCOMPARE(canvas.windowInfoList().size(), 6);
+    // Other forms find panels by this text.
+    QCOMPARE(ControlMatrixWt::panelKey(1, 4, 1), QStringLiteral("windowid:1~subwindowid:4~windowtype:1"));
+    QCOMPARE(canvas.panel(QStringLiteral("windowid:1~subwindowid:4~windowtype:1")), panelOf(canvas, 1, 4, 1));
+    QVERIFY(canvas.panel(QStringLiteral("windowid:1~subwindowid:4~windowtype:1")));
     for (int covered : { 2, 4, 5 }) {
         QVERIFY(!canvas.windowInfo(covered, 0, nullptr));
         QVERIFY(!panelOf(canvas, covered, 1, 0));
@@ -143,6 +147,21 @@ void CanvasTests::emptyWallPlacesNothing()
     canvas.setWindowInfoList({}, 2, 2);
     QTRY_COMPARE(canvas.findChildren<MatrixPanelWt*>().size(), 0);
     QVERIFY(canvas.windowInfoList().isEmpty());
+}
+
+void CanvasTests::hostileWallIsBounded()
+{
+    // A decoder that claims a huge grid and a window of 5000 sub-windows at absurd coordinates.
+    ControlMatrixWt canvas;
+    canvastest::showCanvas(canvas, QSize(640, 360));
+    MatrixWindowInfo huge = canvastest::window(1, 2000000000, -2000000000, 2000000000, 2000000000, 25);
+    for (int k = 25; k < 5000; ++k)
+        huge.subWindows.append(huge.subWindows.first());
+    canvas.setWindowInfoList({ huge }, 1 << 30, 1 << 30);
+    QCOMPARE(canvas.rows(), 64);
+    QCOMPARE(canvas.cols(), 64);
+    QVERIFY(canvas.findChildren<MatrixPanelWt*>().size() <= 25);
+    canvas.repaint();
 }
 
 void CanvasTests::drops_data()
