@@ -13,6 +13,7 @@
 #include "MatrixDefaultForm.h"
 #include "MatrixForm.h"
 #include "MatrixSdkWorker.h"
+#include "NetworkSettingsDlg.h"
 #include "SourcePane.h"
 #include "core/VirtualDecoder.h"
 #include "matrixModuleInit.h"
@@ -175,6 +176,17 @@ void PageEndToEndTest::configureConnectAndLoseADecoder()
         return hits.isEmpty() ? QString() : found->item(hits.first()->row(), 4)->text();
     };
     QTRY_COMPARE_WITH_TIMEOUT(freshState(), DecoderConfigDlg::tr("Active"), scaled(8000));
+    // A found unit's network settings are read without a login.
+    found->selectRow(found->findItems(main_->address(), Qt::MatchExactly).first()->row());
+    QTest::mouseClick(dialog->networkButton(), Qt::LeftButton);
+    NetworkSettingsDlg* network = nullptr;
+    QTRY_VERIFY_WITH_TIMEOUT(
+        (network = dialog->findChild<NetworkSettingsDlg*>()) && network->isVisible(), scaled(3000));
+    QTRY_VERIFY_WITH_TIMEOUT(!network->maskEdit()->text().isEmpty(), scaled(5000));
+    QCOMPARE(network->addressEdit()->text(), main_->address());
+    network->reject();
+    QTRY_VERIFY_WITH_TIMEOUT(!dialog->findChild<NetworkSettingsDlg*>(), scaled(3000));
+
     addFoundDecoder(dialog, main_);
     addFoundDecoder(dialog, second_);
     dialog->nameEdit()->setText(QStringLiteral("Control room"));
