@@ -17,6 +17,13 @@ cleanup() {
 }
 trap cleanup EXIT INT TERM
 
+# Cameras: RTSP on loopback (demo/cameras.conf); the first start encodes their clips
+# into $XDG_CACHE_HOME/kvms-camera-sim (about a minute), later starts reuse them.
+if [ -x "$bin/camera-sim" ]; then
+  "$bin/camera-sim" --cameras demo/cameras.conf &
+  pids+=($!)
+fi
+
 while read -r address port udp devid password; do
   case "$address" in ''|'#'*) continue ;; esac
   "$bin/virtual-decoder" --address "$address" --port "$port" --udp-port "$udp" \
