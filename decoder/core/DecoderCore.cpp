@@ -52,6 +52,7 @@ DecoderCore::DecoderCore(const DecoderConfig& config, Journal& journal, FaultPla
     , activated_(!config.factoryNew)
     , file_(config.stateDir)
     , frames_(pictures_, config.decodeAtShownSize, config.pictureIntervalMs)
+    , video_(pictures_)
 {
     SessionRequests::registerIn(router_);
     WallRequests::registerIn(router_);
@@ -71,7 +72,9 @@ DecoderCore::DecoderCore(const DecoderConfig& config, Journal& journal, FaultPla
         qWarning().noquote() << "no USB folder in" << config.stateDir;
     clock_.start([this](LoopClock::Clock::time_point now) {
         std::lock_guard<std::mutex> lock(mutex_);
-        return wall_.loops().advance(wall_.windows(), wall_.schemes(), now, config_.turnUnitMs);
+        const auto next = wall_.loops().advance(wall_.windows(), wall_.schemes(), now, config_.turnUnitMs);
+        video_.reconcile(wall_); // a loop that turned shows other streams
+        return next;
     });
 }
 
@@ -108,6 +111,7 @@ bool DecoderCore::restore(const QJsonObject& o, QString* why)
     activated_ = o.value("activated").toBool(true);
     // Loops that ran before go on turning, from where the file left them.
     wall_.loops().resume(wall_.windows(), wall_.schemes(), LoopClock::Clock::now(), config_.turnUnitMs, true);
+    video_.reconcile(wall_);
     clock_.wake();
     return true;
 }
@@ -131,12 +135,14 @@ void DecoderCore::settle()
     wall_.loops().prune(wall_.windows(), wall_.schemes());
     wall_.outputs().prune(wall_.windows());
     pictures_.prune(wall_); // or showing pictures in
+    video_.reconcile(wall_); // or playing streams in
 }
 
 void DecoderCore::halt()
 {
     clock_.stop();
     unit_->stopJobs();
+    video_.stopAll();
 }
 
 RequestContext DecoderCore::contextFor(Session& session)
@@ -290,6 +296,7 @@ DecoderSnapshot DecoderCore::snapshot() const
     s.screenColors = wall_.outputs().screenColors();
     s.audio = wall_.outputs().audio();
     s.media = pictures_.collect(wall_);
+    s.video = video_.status();
     return s;
 }
 

@@ -89,13 +89,18 @@ Outcome FrameIngest::ingest(const Session& session, const Message& message, std:
     return RequestRouter::status(deliver(frame, targets, epoch));
 }
 
-FrameIngest::Target FrameIngest::targetOf(const Wall& wall, const Window& window, int32_t sub)
+QSize FrameIngest::shownSize(const Wall& wall, const Window& window, int32_t sub)
 {
     QRect shown = SubWindowLayout::shownRect(window, sub, wall.cols(), wall.rows(), kScreen);
     if (shown.isEmpty()) // hidden behind a full-screen neighbour: ready for when it returns
         shown = SubWindowLayout::rect(
             SubWindowLayout::windowRect(window, wall.cols(), wall.rows(), kScreen), window.division, sub);
-    return Target { { window.id, sub }, PictureStore::sourceKey(window, sub), shown.size() };
+    return shown.size();
+}
+
+FrameIngest::Target FrameIngest::targetOf(const Wall& wall, const Window& window, int32_t sub)
+{
+    return Target { { window.id, sub }, PictureStore::sourceKey(window, sub), shownSize(wall, window, sub) };
 }
 
 int32_t FrameIngest::resolveDisplay(const Wall& wall, int32_t windowId, int32_t sub, std::vector<Target>& targets)

@@ -35,6 +35,9 @@ public:
     // Decodes the pictures kept compressed, so that what is looked at is the latest.
     // Called without the state lock.
     void decodePending();
+    // The pixels a sub-window takes on the wall (its whole place while a full-screen
+    // neighbour hides it). The caller holds the state lock.
+    static QSize shownSize(const Wall& wall, const Window& window, int32_t sub);
 
 private:
     struct Target {

@@ -4,6 +4,7 @@
 #include "StreamFeeder.h"
 
 #include <glib-unix.h>
+#include <unistd.h>
 
 #include <QTextStream>
 
@@ -24,6 +25,16 @@ gboolean quitLoop(gpointer loop)
 {
     g_main_loop_quit(static_cast<GMainLoop*>(loop));
     return G_SOURCE_CONTINUE;
+}
+
+gboolean stdinReady(gint fd, GIOCondition, gpointer loop)
+{
+    char buffer[256];
+    const ssize_t n = read(fd, buffer, sizeof buffer);
+    if (n > 0)
+        return G_SOURCE_CONTINUE; // input is read and ignored
+    g_main_loop_quit(static_cast<GMainLoop*>(loop));
+    return G_SOURCE_REMOVE;
 }
 
 } // namespace
@@ -135,9 +146,12 @@ QStringList CameraServer::describe() const
     return out;
 }
 
-void CameraServer::run()
+void CameraServer::run(bool stdinEnds)
 {
     loop_ = g_main_loop_new(nullptr, FALSE);
+    guint input = 0;
+    if (stdinEnds)
+        input = g_unix_fd_add(0, GIOCondition(G_IO_IN | G_IO_HUP | G_IO_ERR), stdinReady, loop_);
     const guint tick = g_timeout_add(kTickMs, onTick, this);
     const guint term = g_unix_signal_add(SIGTERM, quitLoop, loop_);
     const guint interrupt = g_unix_signal_add(SIGINT, quitLoop, loop_);
@@ -145,4 +159,6 @@ void CameraServer::run()
     g_source_remove(tick);
     g_source_remove(term);
     g_source_remove(interrupt);
+    if (input)
+        g_source_remove(input);
 }

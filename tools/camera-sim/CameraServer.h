@@ -31,8 +31,9 @@ public:
     bool prepare(const SimSettings& settings, QString* error);
     // The URLs each camera is served at, once prepared (ports resolved).
     QStringList describe() const;
-    // Runs until quit() (or SIGINT/SIGTERM).
-    void run();
+    // Runs until SIGINT or SIGTERM, or with stdinEnds also until its standard input
+    // closes (the parent that started it has gone).
+    void run(bool stdinEnds);
 
 private:
     struct Stream {

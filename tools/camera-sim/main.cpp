@@ -51,6 +51,7 @@ int main(int argc, char** argv)
         { "clip-seconds", "Length of each clip (1..60).", "s", "10" },
         { "main-size", "Picture size of the main streams.", "WxH", "1920x1080" },
         { "sub-size", "Picture size of the sub streams.", "WxH", "640x360" },
+        { "exit-with-stdin", "Stop when standard input closes (for a parent process)." },
     });
     p.process(app);
 
@@ -87,6 +88,6 @@ int main(int argc, char** argv)
     for (const QString& line : server.describe())
         out << line << '\n';
     out << "camera-sim: ready" << Qt::endl;
-    server.run();
+    server.run(p.isSet("exit-with-stdin"));
     return 0;
 }
