@@ -53,5 +53,8 @@ private slots:
     // TestRobust.cpp
     void corruptStreamLeavesTheOthersPlaying();
 
+    // TestMonitor.cpp
+    void wallMovesOnTheMonitor();
+
     // TestSnapshot.cpp
 };
