@@ -2,6 +2,7 @@
 
 #include "FaultPlan.h"
 #include "Journal.h"
+#include "monitor/WallMimic.h"
 #include "protocol/DiscoveryRequests.h"
 #include "protocol/InputRequests.h"
 #include "protocol/MaintenanceRequests.h"
@@ -244,6 +245,8 @@ Reply DecoderCore::process(Session& session, const Message& message)
         outcome.status = *fault.failWith;
     } else if (fault.payload) {
         outcome.payload = *fault.payload;
+    } else if (requestOf(h.type) == MessageType::WallSnapshot) {
+        outcome = wallSnapshot(session, message); // draws without the state lock
     } else if (FrameIngest::handles(requestOf(h.type))) {
         outcome = frames_.ingest(session, message, mutex_, wall_); // takes mutex_ only briefly
     } else {
@@ -267,6 +270,23 @@ Reply DecoderCore::process(Session& session, const Message& message)
     if (fault.garbage)
         reply.bytes = FaultPlan::garble(*fault.garbage, reply.bytes);
     return reply;
+}
+
+Outcome DecoderCore::wallSnapshot(const Session& session, const Message& message) const
+{
+    if (!session.loggedIn)
+        return RequestRouter::status(CMATRIX_ERR_NOT_LOGGED_IN);
+    WallSnapshotRequest request;
+    if (!message.decode(request))
+        return RequestRouter::status(CMATRIX_ERR_PROTOCOL);
+    if (!WallMimic::acceptable(request.width, request.height))
+        return RequestRouter::status(CMATRIX_ERR_INVALID_PARAM);
+    WallSnapshotAnswer answer;
+    const QByteArray jpeg = WallMimic::jpeg(snapshot(), request.width, request.height);
+    if (jpeg.isEmpty())
+        return RequestRouter::status(CMATRIX_ERR_FAILED);
+    answer.jpeg.assign(jpeg.begin(), jpeg.end());
+    return RequestRouter::answer(answer);
 }
 
 DecoderSnapshot DecoderCore::snapshot() const

@@ -71,6 +71,7 @@ private:
     // decoder is reset here too. The state lock is held.
     void resetToFactory();
     bool apply(const QJsonObject& state);
+    Outcome wallSnapshot(const Session& session, const cmatrix::wire::Message& message) const;
     void note(const Session& session, const cmatrix::wire::Message& message, const Outcome& outcome);
 
     const DecoderConfig config_;

@@ -57,4 +57,7 @@ private slots:
     void wallMovesOnTheMonitor();
 
     // TestSnapshot.cpp
+    void snapshotSizes_data();
+    void snapshotSizes();
+    void workerFetchesTheSnapshot();
 };
