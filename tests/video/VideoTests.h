@@ -52,6 +52,7 @@ private slots:
 
     // TestRobust.cpp
     void corruptStreamLeavesTheOthersPlaying();
+    void pushedVideoIsDecodedAndGarbageSurvived();
 
     // TestMonitor.cpp
     void wallMovesOnTheMonitor();
