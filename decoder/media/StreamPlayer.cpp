@@ -218,6 +218,7 @@ QString StreamPlayer::play(AVFormatContext* input, int streamIndex, VideoDecoder
             ++status_.packets;
             status_.failed += failed ? 1 : 0;
             status_.maxLateMs = std::max(status_.maxLateMs, lateMs);
+            status_.lastLateMs = lateMs;
             if (got) {
                 ++status_.decoded;
                 status_.source = decoder.pictureSize();

@@ -20,6 +20,7 @@ struct VideoStatus {
     qint64 cameraTimeMs = -1; // when the camera sent it (ms since the epoch), -1: not stamped
     int latencyMs = -1; // from the camera sending it to the picture shown
     int maxLateMs = 0; // the latest a picture came, against the stream's own pace
+    int lastLateMs = 0; // how late the last picture came
 
     static QString stateName(State s)
     {
