@@ -13,7 +13,7 @@ std::set<StreamFeeder*> CameraServer::feeders_;
 
 namespace {
 
-constexpr guint kTickMs = 5;
+constexpr guint kTickMs = 10; // a quarter of a picture's time: late by 10 ms at most
 
 // The payloader sends each picture as soon as it has it; the shared pipeline serves
 // every watcher of the stream.

@@ -22,10 +22,9 @@ StreamFeeder::~StreamFeeder()
 
 void StreamFeeder::pushDue(int64_t nowUs)
 {
-    if (dueUs_ < 0)
-        dueUs_ = nowUs;
-    if (nowUs - dueUs_ > 10 * kFrameUs) // stalled: go on from now, no burst
-        dueUs_ = nowUs;
+    // Every stream sends on one 40 ms grid, so one wake-up of the ticker serves them all.
+    if (dueUs_ < 0 || nowUs - dueUs_ > 10 * kFrameUs) // new, or stalled: from now on, no burst
+        dueUs_ = nowUs - nowUs % kFrameUs;
     while (dueUs_ <= nowUs) {
         dueUs_ += kFrameUs;
         if (gst_app_src_push_buffer(GST_APP_SRC(appsrc_), nextBuffer()) != GST_FLOW_OK)
