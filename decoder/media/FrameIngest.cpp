@@ -143,11 +143,13 @@ int32_t FrameIngest::deliverVideo(
     if (r == PushedVideo::Result::NotVideo)
         return kNotVideo;
     const PictureStore::Result stored = r == PushedVideo::Result::Decoded ? PictureStore::Result::Decoded
-        : r == PushedVideo::Result::Failed                                ? PictureStore::Result::Failed
+        : r == PushedVideo::Result::Failed                                ? PictureStore::Result::Undecodable
                                                                           : PictureStore::Result::Counted;
     for (const Target& t : targets)
         store_.record(t.key, t.sourceKey, epoch, bytes, stored, codec, picture);
-    return r == PushedVideo::Result::Failed ? CMATRIX_ERR_DECODE : CMATRIX_OK;
+    // A picture that does not decode is counted, not refused: the frame itself arrived whole,
+    // and the next key frame puts the stream right.
+    return CMATRIX_OK;
 }
 
 int32_t FrameIngest::deliver(const std::vector<uint8_t>& frame, const std::vector<Target>& targets, quint64 epoch)
