@@ -59,6 +59,14 @@ start_decoders() {
   done < <(decoder_lines)
 }
 
+# Cameras: RTSP on loopback (demo/cameras.conf); the first start encodes their clips into
+# $XDG_CACHE_HOME/kvms-camera-sim (about a minute), later starts reuse them.
+start_cameras() {
+  [ -x "$bin/camera-sim" ] || return 0
+  "$bin/camera-sim" --cameras demo/cameras.conf >"$data/camera-sim.log" 2>&1 &
+  pids+=($!)
+}
+
 # A virtual screen when there is no display, shown to a browser on loopback through noVNC.
 start_display() {
   [ -z "${DISPLAY:-}" ] || return 0
@@ -99,6 +107,7 @@ scripts/build.sh default
 mkdir -p "$data"
 novnc_url=""
 
+start_cameras
 start_decoders
 if [ "$gui" -eq 1 ]; then
   start_display
@@ -112,6 +121,10 @@ while read -r address port udp devid password; do
   echo "  $devid  control tcp://$address:$port  discovery udp://$address:$udp  user admin / $password"
 done < <(decoder_lines)
 echo "Decoder state is kept in $data/decoders."
+if [ -x "$bin/camera-sim" ]; then
+  echo "Cameras (RTSP on loopback, demo/cameras.conf; log: $data/camera-sim.log):"
+  grep -v -E '^[[:space:]]*(#|$)' demo/cameras.conf | sed 's/^/  /'
+fi
 if [ "$gui" -eq 1 ]; then
   echo "The operator program runs with its files in $data/client (log: $data/client.log)."
   if [ -n "$novnc_url" ]; then

@@ -2,6 +2,7 @@
 
 #include "FaultPlan.h"
 #include "Journal.h"
+#include "monitor/WallMimic.h"
 #include "protocol/DiscoveryRequests.h"
 #include "protocol/InputRequests.h"
 #include "protocol/MaintenanceRequests.h"
@@ -52,6 +53,7 @@ DecoderCore::DecoderCore(const DecoderConfig& config, Journal& journal, FaultPla
     , activated_(!config.factoryNew)
     , file_(config.stateDir)
     , frames_(pictures_, config.decodeAtShownSize, config.pictureIntervalMs)
+    , video_(pictures_)
 {
     SessionRequests::registerIn(router_);
     WallRequests::registerIn(router_);
@@ -71,7 +73,9 @@ DecoderCore::DecoderCore(const DecoderConfig& config, Journal& journal, FaultPla
         qWarning().noquote() << "no USB folder in" << config.stateDir;
     clock_.start([this](LoopClock::Clock::time_point now) {
         std::lock_guard<std::mutex> lock(mutex_);
-        return wall_.loops().advance(wall_.windows(), wall_.schemes(), now, config_.turnUnitMs);
+        const auto next = wall_.loops().advance(wall_.windows(), wall_.schemes(), now, config_.turnUnitMs);
+        video_.reconcile(wall_); // a loop that turned shows other streams
+        return next;
     });
 }
 
@@ -108,6 +112,7 @@ bool DecoderCore::restore(const QJsonObject& o, QString* why)
     activated_ = o.value("activated").toBool(true);
     // Loops that ran before go on turning, from where the file left them.
     wall_.loops().resume(wall_.windows(), wall_.schemes(), LoopClock::Clock::now(), config_.turnUnitMs, true);
+    video_.reconcile(wall_);
     clock_.wake();
     return true;
 }
@@ -131,12 +136,14 @@ void DecoderCore::settle()
     wall_.loops().prune(wall_.windows(), wall_.schemes());
     wall_.outputs().prune(wall_.windows());
     pictures_.prune(wall_); // or showing pictures in
+    video_.reconcile(wall_); // or playing streams in
 }
 
 void DecoderCore::halt()
 {
     clock_.stop();
     unit_->stopJobs();
+    video_.stopAll();
 }
 
 RequestContext DecoderCore::contextFor(Session& session)
@@ -238,6 +245,8 @@ Reply DecoderCore::process(Session& session, const Message& message)
         outcome.status = *fault.failWith;
     } else if (fault.payload) {
         outcome.payload = *fault.payload;
+    } else if (requestOf(h.type) == MessageType::WallSnapshot) {
+        outcome = wallSnapshot(session, message); // draws without the state lock
     } else if (FrameIngest::handles(requestOf(h.type))) {
         outcome = frames_.ingest(session, message, mutex_, wall_); // takes mutex_ only briefly
     } else {
@@ -261,6 +270,23 @@ Reply DecoderCore::process(Session& session, const Message& message)
     if (fault.garbage)
         reply.bytes = FaultPlan::garble(*fault.garbage, reply.bytes);
     return reply;
+}
+
+Outcome DecoderCore::wallSnapshot(const Session& session, const Message& message) const
+{
+    if (!session.loggedIn)
+        return RequestRouter::status(CMATRIX_ERR_NOT_LOGGED_IN);
+    WallSnapshotRequest request;
+    if (!message.decode(request))
+        return RequestRouter::status(CMATRIX_ERR_PROTOCOL);
+    if (!WallMimic::acceptable(request.width, request.height))
+        return RequestRouter::status(CMATRIX_ERR_INVALID_PARAM);
+    WallSnapshotAnswer answer;
+    const QByteArray jpeg = WallMimic::jpeg(snapshot(), request.width, request.height);
+    if (jpeg.isEmpty())
+        return RequestRouter::status(CMATRIX_ERR_FAILED);
+    answer.jpeg.assign(jpeg.begin(), jpeg.end());
+    return RequestRouter::answer(answer);
 }
 
 DecoderSnapshot DecoderCore::snapshot() const
@@ -290,6 +316,7 @@ DecoderSnapshot DecoderCore::snapshot() const
     s.screenColors = wall_.outputs().screenColors();
     s.audio = wall_.outputs().audio();
     s.media = pictures_.collect(wall_);
+    s.video = video_.status();
     return s;
 }
 

@@ -5,6 +5,7 @@
 #include "DeviceUnit.h"
 #include "LoopClock.h"
 #include "media/FrameIngest.h"
+#include "media/LiveVideo.h"
 #include "media/PictureStore.h"
 #include "protocol/RequestRouter.h"
 #include "state/AccountBook.h"
@@ -70,6 +71,7 @@ private:
     // decoder is reset here too. The state lock is held.
     void resetToFactory();
     bool apply(const QJsonObject& state);
+    Outcome wallSnapshot(const Session& session, const cmatrix::wire::Message& message) const;
     void note(const Session& session, const cmatrix::wire::Message& message, const Outcome& outcome);
 
     const DecoderConfig config_;
@@ -84,6 +86,7 @@ private:
     StateFile file_;
     mutable PictureStore pictures_; // own lock: filled outside mutex_, pruned by snapshot()
     mutable FrameIngest frames_;
+    LiveVideo video_; // its players feed pictures_; reconciled with wall_ under mutex_
     LoopClock clock_; // after the state it turns, so it stops before that state goes
     std::function<void()> rebootHook_;
     // After the clock: its upgrade thread installs firmware into the state above, so

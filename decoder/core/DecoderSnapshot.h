@@ -1,6 +1,7 @@
 #pragma once
 
 #include "media/PictureStore.h"
+#include "media/VideoStatus.h"
 #include "state/AccountBook.h"
 #include "state/LoopRun.h"
 #include "state/MediaDistribution.h"
@@ -46,6 +47,7 @@ struct DecoderSnapshot {
     DeviceAudioInfo_t audio {};
     std::vector<MediaDistribution> distributions; // in start order, with their frame counters
     std::map<PictureStore::Key, SubWindowMedia> media; // by (window id, sub-window); only those that got frames
+    std::map<PictureStore::Key, VideoStatus> video; // sub-windows bound to live streams
 
     const Window* window(uint32_t id) const
     {
@@ -59,6 +61,11 @@ struct DecoderSnapshot {
     {
         const auto it = media.find({ windowId, sub });
         return it == media.end() ? nullptr : &it->second;
+    }
+    const VideoStatus* videoOf(uint32_t windowId, int32_t sub) const
+    {
+        const auto it = video.find({ windowId, sub });
+        return it == video.end() ? nullptr : &it->second;
     }
     const Scene* scene(uint32_t id) const
     {

@@ -89,13 +89,18 @@ Outcome FrameIngest::ingest(const Session& session, const Message& message, std:
     return RequestRouter::status(deliver(frame, targets, epoch));
 }
 
-FrameIngest::Target FrameIngest::targetOf(const Wall& wall, const Window& window, int32_t sub)
+QSize FrameIngest::shownSize(const Wall& wall, const Window& window, int32_t sub)
 {
     QRect shown = SubWindowLayout::shownRect(window, sub, wall.cols(), wall.rows(), kScreen);
     if (shown.isEmpty()) // hidden behind a full-screen neighbour: ready for when it returns
         shown = SubWindowLayout::rect(
             SubWindowLayout::windowRect(window, wall.cols(), wall.rows(), kScreen), window.division, sub);
-    return Target { { window.id, sub }, PictureStore::sourceKey(window, sub), shown.size() };
+    return shown.size();
+}
+
+FrameIngest::Target FrameIngest::targetOf(const Wall& wall, const Window& window, int32_t sub)
+{
+    return Target { { window.id, sub }, PictureStore::sourceKey(window, sub), shownSize(wall, window, sub) };
 }
 
 int32_t FrameIngest::resolveDisplay(const Wall& wall, int32_t windowId, int32_t sub, std::vector<Target>& targets)
@@ -125,6 +130,28 @@ int32_t FrameIngest::resolveMedia(Wall& wall, uint32_t mediaId, quint64 bytes, s
     return CMATRIX_OK;
 }
 
+int32_t FrameIngest::deliverVideo(
+    const KavFrame& kav, int codec, quint64 bytes, const std::vector<Target>& targets, quint64 epoch)
+{
+    // One decoder for the frames of a stream, whatever number of sub-windows show it.
+    QSize shown;
+    for (const Target& t : targets)
+        shown = shown.expandedTo(t.shown);
+    QImage picture;
+    const PushedVideo::Result r = video_.decode(targets.front().key, targets.front().sourceKey, codec,
+        reinterpret_cast<const uint8_t*>(kav.data), kav.size, shown, picture);
+    if (r == PushedVideo::Result::NotVideo)
+        return kNotVideo;
+    const PictureStore::Result stored = r == PushedVideo::Result::Decoded ? PictureStore::Result::Decoded
+        : r == PushedVideo::Result::Failed                                ? PictureStore::Result::Undecodable
+                                                                          : PictureStore::Result::Counted;
+    for (const Target& t : targets)
+        store_.record(t.key, t.sourceKey, epoch, bytes, stored, codec, picture);
+    // A picture that does not decode is counted, not refused: the frame itself arrived whole,
+    // and the next key frame puts the stream right.
+    return CMATRIX_OK;
+}
+
 int32_t FrameIngest::deliver(const std::vector<uint8_t>& frame, const std::vector<Target>& targets, quint64 epoch)
 {
     const quint64 bytes = frame.size();
@@ -143,6 +170,11 @@ int32_t FrameIngest::deliver(const std::vector<uint8_t>& frame, const std::vecto
         return CMATRIX_ERR_FRAME;
     }
     const int codec = (info.flags & kVideoValid) ? int(info.videoCodec) : -1;
+    if (codec != int(kStillPicture) && !targets.empty()) {
+        const int32_t rc = deliverVideo(kav, codec, bytes, targets, epoch);
+        if (rc != kNotVideo)
+            return rc;
+    }
     // Only still pictures are decoded, and only when someone is watching; other
     // codecs are counted as a decoder without them would.
     if (codec != int(kStillPicture) || targets.empty()) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "PictureStore.h"
+#include "PushedVideo.h"
 #include "protocol/RequestRouter.h"
 
 #include "Message.h"
@@ -10,6 +11,8 @@
 #include <chrono>
 #include <mutex>
 #include <vector>
+
+struct KavFrame;
 
 namespace vdec {
 
@@ -35,6 +38,9 @@ public:
     // Decodes the pictures kept compressed, so that what is looked at is the latest.
     // Called without the state lock.
     void decodePending();
+    // The pixels a sub-window takes on the wall (its whole place while a full-screen
+    // neighbour hides it). The caller holds the state lock.
+    static QSize shownSize(const Wall& wall, const Window& window, int32_t sub);
 
 private:
     struct Target {
@@ -47,8 +53,12 @@ private:
     static int32_t resolveMedia(Wall& wall, uint32_t mediaId, quint64 bytes, std::vector<Target>& targets);
     static Target targetOf(const Wall& wall, const Window& window, int32_t sub);
     int32_t deliver(const std::vector<uint8_t>& frame, const std::vector<Target>& targets, quint64 epoch);
+    static constexpr int32_t kNotVideo = 1;
+    int32_t deliverVideo(
+        const KavFrame& kav, int codec, quint64 bytes, const std::vector<Target>& targets, quint64 epoch);
 
     PictureStore& store_;
+    PushedVideo video_;
     const bool decodeAtShownSize_;
     const std::chrono::milliseconds pictureInterval_; // a sub-window decodes at most one picture per interval
 };

@@ -44,7 +44,7 @@ void PictureStore::record(const Key& key, const QString& sourceKey, quint64 epoc
         e.media.picture = picture;
         e.lastDecoded = Clock::now();
         e.pending.clear(); // older than what is shown now
-    } else if (result == Result::Failed)
+    } else if (result == Result::Failed || result == Result::Undecodable)
         ++e.media.failed;
     if (result != Result::Failed)
         e.media.lastCodec = codec;

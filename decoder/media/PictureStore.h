@@ -30,7 +30,9 @@ class PictureStore {
 public:
     using Key = std::pair<uint32_t, int32_t>;
     using Clock = std::chrono::steady_clock;
-    enum class Result { Counted, Decoded, Failed };
+    // Undecodable: a whole envelope whose video did not decode (counted as failed, its
+    // codec noted); Failed: an envelope or picture that is refused.
+    enum class Result { Counted, Decoded, Failed, Undecodable };
 
     // A picture kept compressed, as handed out to be decoded.
     struct Pending {

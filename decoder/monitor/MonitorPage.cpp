@@ -20,6 +20,8 @@ const char* const kPage = R"HTML(<!DOCTYPE html>
   header .value { color: #e8ecf2; }
   #state.down { color: #e06c6c; }
   main { padding: 12px; }
+  .links { text-align: center; color: #9aa3b2; }
+  .links a { color: #8fb8e8; }
   #wall { display: block; width: 100%; max-width: 1920px; height: auto; margin: 0 auto;
           box-shadow: 0 0 0 1px #2c3038, 0 4px 18px rgba(0,0,0,.6); }
 </style>
@@ -33,16 +35,25 @@ const char* const kPage = R"HTML(<!DOCTYPE html>
   <span>clients <span class="value" id="clients">-</span></span>
   <span id="state">connecting</span>
 </header>
-<main><img id="wall" alt="wall" src="wall.png"></main>
+<main><img id="wall" alt="wall" src="wall.png">
+<p class="links"><a href="wall.png" target="_blank">still picture</a> &middot;
+<a href="state.json" target="_blank">state</a></p></main>
 <script>
 const wall = document.getElementById('wall');
 const field = id => document.getElementById(id);
+const width = () => Math.min(3840, Math.max(640, Math.round(wall.clientWidth * devicePixelRatio)));
+// The wall moves: a stream of pictures, drawn by the decoder only while this page shows
+// it. Should the stream end (decoder restarted, too many watchers), it is asked again.
+function watch() {
+  wall.onerror = () => setTimeout(watch, 1000);
+  wall.src = 'wall.mjpeg?w=' + width() + '&t=' + Date.now();
+}
+document.addEventListener('visibilitychange', () => {
+  if (document.hidden) wall.src = 'wall.png?w=' + width() + '&t=' + Date.now(); else watch();
+});
+watch();
 function refresh() {
-  const next = new Image();
-  next.onload = () => { wall.src = next.src; setTimeout(refresh, 500); };
-  next.onerror = () => setTimeout(refresh, 500);
-  next.src = 'wall.png?w=' + Math.min(3840, Math.max(640, Math.round(wall.clientWidth * devicePixelRatio)))
-           + '&t=' + Date.now();
+  setTimeout(refresh, 1000);
   fetch('state.json?t=' + Date.now()).then(r => r.json()).then(s => {
     field('device').textContent = s.deviceId + ' (' + s.model + ', ' + s.address + ')';
     field('name').textContent = s.name;

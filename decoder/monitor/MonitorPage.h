@@ -6,7 +6,7 @@
 
 namespace vdec {
 
-// The monitor's HTML page: the wall picture, fetched afresh twice a second, under a
+// The monitor's HTML page: the wall moving (MJPEG) while the page is visible, under a
 // header line with the decoder's identity, grid and clients.
 class MonitorPage {
 public:

@@ -10,7 +10,9 @@
 
 #include <httplib.h>
 
+#include <algorithm>
 #include <chrono>
+#include <thread>
 
 namespace vdec {
 
@@ -18,7 +20,7 @@ namespace {
 
 // Few and short-lived: the page asks twice a second, and stop() must not wait long
 // for a browser that keeps a connection open.
-constexpr size_t kWorkers = 2;
+constexpr size_t kWorkers = 4; // two may be held by MJPEG watchers
 constexpr time_t kIdleSeconds = 1;
 
 } // namespace
@@ -77,6 +79,45 @@ void MonitorServer::addRoutes()
         res.set_header("Cache-Control", "no-store");
         res.set_content(json.constData(), size_t(json.size()), "application/json");
     });
+    addMjpeg();
+}
+
+void MonitorServer::addMjpeg()
+{
+    server_->Get(R"(/wall\.mjpeg)", [this](const httplib::Request& req, httplib::Response& res) {
+        if (watchers_.fetch_add(1) >= kMaxWatchers) {
+            --watchers_;
+            res.status = 503;
+            res.set_content("too many watchers\n", "text/plain");
+            return;
+        }
+        const int width = req.has_param("w") ? QString::fromStdString(req.get_param_value("w")).toInt() : 0;
+        res.set_header("Cache-Control", "no-store");
+        res.set_chunked_content_provider(
+            "multipart/x-mixed-replace; boundary=wallframe",
+            [this, width, next = std::chrono::steady_clock::now()](size_t, httplib::DataSink& sink) mutable {
+                if (stopping_ || !sink.is_writable())
+                    return false;
+                std::this_thread::sleep_until(next);
+                next = std::max(next + std::chrono::milliseconds(1000 / kMjpegFps), std::chrono::steady_clock::now());
+                const DecoderSnapshot snapshot = snapshot_();
+                const QByteArray jpeg = jpegOf(WallPainter::render(snapshot, overlaysOf(snapshot), width));
+                const std::string head = "--wallframe\r\nContent-Type: image/jpeg\r\nContent-Length: "
+                    + std::to_string(jpeg.size()) + "\r\n\r\n";
+                return sink.write(head.data(), head.size()) && sink.write(jpeg.constData(), size_t(jpeg.size()))
+                    && sink.write("\r\n", 2);
+            },
+            [this](bool) { --watchers_; });
+    });
+}
+
+QByteArray MonitorServer::jpegOf(const QImage& image)
+{
+    QByteArray jpeg;
+    QBuffer buffer(&jpeg);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "JPEG", 80);
+    return jpeg;
 }
 
 bool MonitorServer::listen(quint16 port, QString* error)
@@ -99,6 +140,7 @@ bool MonitorServer::listen(quint16 port, QString* error)
 void MonitorServer::start()
 {
     finished_ = false;
+    stopping_ = false;
     thread_ = std::thread([this] {
         server_->listen_after_bind();
         finished_ = true;
@@ -112,6 +154,7 @@ void MonitorServer::stop()
 {
     if (!thread_.joinable())
         return;
+    stopping_ = true; // watchers of the moving wall end after their current picture
     server_->stop();
     thread_.join();
 }

@@ -36,12 +36,37 @@ QJsonValue mediaJson(const SubWindowMedia* m)
     return o;
 }
 
+QJsonValue videoJson(const VideoStatus* v)
+{
+    if (!v)
+        return QJsonValue::Null;
+    QJsonObject o { { "state", VideoStatus::stateName(v->state) }, { "url", v->url },
+        { "stream", v->sub ? QStringLiteral("sub") : QStringLiteral("main") }, { "attempts", v->attempts },
+        { "packets", qint64(v->packets) }, { "decoded", qint64(v->decoded) }, { "shown", qint64(v->shown) },
+        { "dropped", qint64(v->dropped) }, { "failed", qint64(v->failed) }, { "maxLateMs", v->maxLateMs } };
+    if (!v->reason.isEmpty())
+        o.insert("reason", v->reason);
+    if (v->state == VideoStatus::State::NoSignal)
+        o.insert("retryInMs", v->retryInMs);
+    if (v->source.isValid())
+        o.insert("source", QJsonObject { { "width", v->source.width() }, { "height", v->source.height() } });
+    if (v->cameraFrame >= 0) {
+        o.insert("cameraFrame", v->cameraFrame);
+        o.insert("cameraTimeMs", v->cameraTimeMs);
+        o.insert("latencyMs", v->latencyMs);
+    }
+    return o;
+}
+
 QJsonObject windowJson(const DecoderSnapshot& s, const Window& w)
 {
     QJsonArray subs;
     for (int32_t sub = 1; sub <= w.division; ++sub) {
-        subs.append(QJsonObject {
-            { "index", sub }, { "source", sourceJson(w, sub) }, { "media", mediaJson(s.mediaOf(w.id, sub)) } });
+        QJsonObject o { { "index", sub }, { "source", sourceJson(w, sub) },
+            { "media", mediaJson(s.mediaOf(w.id, sub)) } };
+        if (const VideoStatus* v = s.videoOf(w.id, sub))
+            o.insert("video", videoJson(v));
+        subs.append(o);
     }
     return QJsonObject { { "id", qint64(w.id) }, { "floating", w.floating }, { "x", w.x }, { "y", w.y }, { "w", w.w },
         { "h", w.h }, { "layer", w.layer }, { "division", w.division }, { "fullScreen", w.fullScreenSub },

@@ -153,8 +153,12 @@ void WallPainter::drawSubWindow(const Window& window, int32_t sub, const QRect& 
 {
     painter_.fillRect(rect, kSubWindow);
     const SubWindowMedia* media = snapshot_.mediaOf(window.id, sub);
-    if (media && !media->picture.isNull())
+    const VideoStatus* video = snapshot_.videoOf(window.id, sub);
+    const bool noSignal = video && video->state == VideoStatus::State::NoSignal;
+    if (media && !media->picture.isNull() && !noSignal)
         painter_.drawImage(rect, media->picture);
+    if (noSignal) // as a decoder's output shows a lost source: no stale picture
+        drawLabel(rect, QStringLiteral("No signal"), Qt::AlignCenter, std::clamp(rect.height() / 7, 9, 28));
     painter_.setPen(kSubWindowBorder);
     painter_.setBrush(Qt::NoBrush);
     painter_.drawRect(rect.adjusted(0, 0, -1, -1));

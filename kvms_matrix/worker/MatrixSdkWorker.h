@@ -22,6 +22,7 @@
 
 #include <QColor>
 #include <QDateTime>
+#include <QImage>
 #include <QList>
 #include <QMap>
 #include <QMutex>
@@ -154,6 +155,9 @@ public:
         QSharedPointer<CSharedHandle> handle, const MatrixWindowInfo& window, int subWindowId, const QString& url);
     void getMatrixScreenColor(QSharedPointer<CSharedHandle> handle, int col, int row);
     void setMatrixScreenColor(QSharedPointer<CSharedHandle> handle, int col, int row, const ScreenColor& color);
+    // The whole wall as the decoder shows it, one JPEG of width x height pixels
+    // (MatrixSdkWorkerSnapshot.cpp); answered by signalGetWallSnapshotResult.
+    void getWallSnapshot(QSharedPointer<CSharedHandle> handle, int width, int height);
 
     // ---- maintenance (MatrixSdkWorkerMaintenance.cpp) ---------------------------------------
     // One update task per connection; the position in the list is the index reported in the
@@ -307,6 +311,10 @@ signals:
     void signalActiveDecoderFinished(int ret, QString text);
     void signalMatrixGetScreenColorResult(ScreenColor color);
     void signalMatrixSetScreenColorResult(int ret);
+    // ret 0 with the JPEG as the decoder sent it and the picture read from it (null when it
+    // does not read); otherwise the error code, an empty JPEG and a null picture.
+    void signalGetWallSnapshotResult(
+        int ret, QSharedPointer<CSharedHandle> handle, QByteArray jpeg, QImage picture);
 
 protected:
     void run() override;
@@ -384,6 +392,7 @@ private:
     void doStartPlayStreamVideo(const WorkerTaskParam& task);
     void doMatrixGetScreenColor(const WorkerTaskParam& task);
     void doMatrixSetScreenColor(const WorkerTaskParam& task);
+    void doGetWallSnapshot(const WorkerTaskParam& task);
 
     std::atomic<bool> m_running { false };
     QList<WorkerTaskParam> m_taskList; // oldest first; guarded by m_taskMutex

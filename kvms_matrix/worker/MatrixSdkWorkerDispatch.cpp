@@ -67,6 +67,7 @@ MatrixSdkWorker::TaskHandler MatrixSdkWorker::handlerOf(int kind)
         &W::doActiveDecoder, // 50 activeDecoder
         &W::doMatrixGetScreenColor, // 51 getMatrixScreenColor
         &W::doMatrixSetScreenColor, // 52 setMatrixScreenColor
+        &W::doGetWallSnapshot, // 53 getWallSnapshot
     };
     if (kind < 0 || kind >= TaskKind::Count)
         return nullptr;

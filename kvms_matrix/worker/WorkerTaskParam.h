@@ -61,7 +61,8 @@ enum : int {
     ActiveDecoder = 50,
     GetMatrixScreenColor = 51,
     SetMatrixScreenColor = 52,
-    Count = 53 // kinds run from 0 to Count - 1
+    GetWallSnapshot = 53, // the wall as one picture, for the canvas's mimic
+    Count = 54 // kinds run from 0 to Count - 1
 };
 } // namespace TaskKind
 

@@ -58,6 +58,7 @@ enum class MessageType : uint16_t {
     StopMediaDistribute = 0x0061,
     MediaFrame = 0x0062,
     DisplayFrame = 0x0063,
+    WallSnapshot = 0x0064, // the whole wall as one JPEG, for a mimic
     // maintenance
     FirmwareUpload = 0x0070,
     FirmwareProgress = 0x0071, // pushed by the decoder, request id 0

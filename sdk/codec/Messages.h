@@ -196,6 +196,15 @@ struct DisplayFrameRequest {
     FIELDS(windowId, channel, frame)
 };
 
+struct WallSnapshotRequest {
+    int32_t width = 0, height = 0;
+    FIELDS(width, height)
+};
+struct WallSnapshotAnswer {
+    Bytes jpeg;
+    FIELDS(jpeg)
+};
+
 // ---- maintenance
 struct FileTransfer { // firmware upload, configuration import and export, run log
     std::string name;

@@ -387,6 +387,10 @@ CMATRIX_API int CMatrix_SendMediaFrame(CMMDHANDLE media, const unsigned char* fr
 /* Shows one packed media frame in a window's sub-window (channel = sub-window number). */
 CMATRIX_API int CMatrix_DisplayFrame(CMHANDLE handle, int windowId, int channel, const unsigned char* frame,
                                      int length);
+/* The whole wall as its screens show it, as one JPEG picture of width x height pixels
+ * (16..3840 by 16..2160): for a live mimic of the wall, one call per refresh. Returns
+ * the JPEG's size in bytes; *jpeg is released with CMatrix_Free on the same handle. */
+CMATRIX_API int CMatrix_GetWallSnapshot(CMHANDLE handle, int width, int height, unsigned char** jpeg);
 
 /* ------------------------------------------------------------------ */
 /* Maintenance                                                         */

@@ -1,0 +1,90 @@
+#include "VideoTests.h"
+
+#include "MonitorClient.h"
+#include "QueuedSignalSpy.h"
+#include "TestMain.h"
+#include "TestTimeout.h"
+#include "WireBuilders.h"
+
+#include <QJsonArray>
+#include <QtTest>
+
+using namespace kvms_matrix;
+using kvmstest::scaled;
+
+VideoTest::Handle VideoTest::wallOn(int host, int division, int turnUnitMs)
+{
+    decoder_ = fixture_.startDecoder(host, [turnUnitMs](vdec::DecoderConfig& c) { c.turnUnitMs = turnUnitMs; });
+    sdk_ = std::make_unique<kvmstest::SdkSession>();
+    if (!decoder_ || sdk_->connect(decoder_) != CMATRIX_OK || CMatrix_SetMatrix(*sdk_, 1, 1, "Wall") != CMATRIX_OK)
+        return {};
+    const MatrixWindow_t cell = kvmstest::window(1, 0, 0, 32768, 32768);
+    if (CMatrix_WindowAdd(*sdk_, &cell, 1, true) != CMATRIX_OK
+        || CMatrix_WindowSetDivision(*sdk_, 1, division) != CMATRIX_OK)
+        return {};
+    return connectWorker(decoder_);
+}
+
+MatrixWindowInfo VideoTest::withCamera(int division, int sub, const QString& ip, quint16 port, int channel, int stream)
+{
+    MatrixWindowInfo window = windowInfo(1, division);
+    MatrixDeviceInfo& d = window.subWindows[sub - 1].device;
+    d.deviceType = 1;
+    d.deviceId = QStringLiteral("NVR%1&%2").arg(ip.section(QLatin1Char('.'), 3)).arg(channel);
+    d.deviceName = QStringLiteral("Camera %1").arg(channel);
+    d.ip = ip;
+    d.port = port;
+    d.channel = channel;
+    d.streamIndex = stream;
+    d.userName = QStringLiteral("admin");
+    d.password = QStringLiteral("secret");
+    return window;
+}
+
+int VideoTest::bind(const Handle& handle, const MatrixWindowInfo& window, int sub)
+{
+    QueuedSignalSpy bound(worker(), &MatrixSdkWorker::signalSetWindowSignalSourceResult);
+    worker()->setWindowSignalSource(handle, window, sub, false);
+    return bound.wait(scaled(10000)) ? bound.at(0).at(0).toInt() : INT_MIN;
+}
+
+QJsonObject VideoTest::video(int sub) const
+{
+    const QJsonObject state = MonitorClient(decoder_->address(), decoder_->httpPort()).state();
+    const QJsonArray windows = state.value("windows").toArray();
+    if (windows.isEmpty())
+        return {};
+    return windows.at(0).toObject().value("subWindows").toArray().at(sub - 1).toObject().value("video").toObject();
+}
+
+QImage VideoTest::wall() const
+{
+    return MonitorClient(decoder_->address(), decoder_->httpPort()).wall(960);
+}
+
+void VideoTest::initTestCase()
+{
+    QVERIFY(enterWorkDirectory());
+}
+
+void VideoTest::init()
+{
+    if (!kvmstest::CameraSim::available())
+        QSKIP("camera-sim was not built (no GStreamer RTSP server)");
+}
+
+void VideoTest::cleanup()
+{
+    QVERIFY(settleWorker());
+    sdk_.reset();
+    fixture_.cleanup();
+    decoder_ = nullptr;
+    cameras_.stop();
+}
+
+void VideoTest::cleanupTestCase()
+{
+    QVERIFY(leaveWorkDirectory());
+}
+
+KVMS_TEST_MAIN(VideoTest)
