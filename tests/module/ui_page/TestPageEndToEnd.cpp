@@ -264,7 +264,7 @@ void PageEndToEndTest::configureConnectAndLoseADecoder()
                 return QString::fromLatin1(w.sources.at(1).devId);
         return QString();
     };
-    QTRY_COMPARE_WITH_TIMEOUT(boundId(), QStringLiteral("CAM0001&1"), scaled(5000));
+    QTRY_COMPARE_WITH_TIMEOUT(boundId(), QStringLiteral("NVR0001&3"), scaled(5000));
 
     // The main decoder goes away: the strip says so soon, and the page keeps answering.
     qint64 longestGap = 0;
