@@ -49,8 +49,8 @@ const Entry kEntries[] = {
     { "9", ":/matrix_images/images/9_n.png", CanvasMenu::Division, 9, Ordinary | Spliced },
     { "16", ":/matrix_images/images/16_n.png", CanvasMenu::Division, 16, Ordinary | Spliced },
     { "25", ":/matrix_images/images/25_n.png", CanvasMenu::Division, 25, Ordinary | Spliced },
-    { QT_TRANSLATE_NOOP("kvms_matrix::CanvasMenu", "unjoin"), ":/matrix_images/images/split_n.png",
-        CanvasMenu::Unjoin, 0, Spliced },
+    { QT_TRANSLATE_NOOP("kvms_matrix::CanvasMenu", "unjoin"), ":/matrix_images/images/split_n.png", CanvasMenu::Unjoin,
+        0, Spliced },
     { QT_TRANSLATE_NOOP("kvms_matrix::CanvasMenu", "grab screen"), ":/matrix_images/images/tp_n.png",
         CanvasMenu::GrabScreen, 0, Kinds | NotInPlayback },
     { QT_TRANSLATE_NOOP("kvms_matrix::CanvasMenu", "set background"), ":/matrix_images/images/photo_n.png",
@@ -59,12 +59,12 @@ const Entry kEntries[] = {
         CanvasMenu::VoiceOn, 0, Kinds | NeedsSource },
     { QT_TRANSLATE_NOOP("kvms_matrix::CanvasMenu", "close voice"), ":/matrix_images/images/ico_close_voice_n.png",
         CanvasMenu::VoiceOff, 0, Kinds | NeedsSource },
-    { QT_TRANSLATE_NOOP("kvms_matrix::CanvasMenu", "HD"), ":/matrix_images/images/hd_n.png", CanvasMenu::MainStream,
+    { QT_TRANSLATE_NOOP("kvms_matrix::CanvasMenu", "HD"), ":/matrix_images/images/hd_n.png", CanvasMenu::MainStream, 0,
+        Kinds | NeedsCamera | NotInPlayback },
+    { QT_TRANSLATE_NOOP("kvms_matrix::CanvasMenu", "SD"), ":/matrix_images/images/sd_n.png", CanvasMenu::SubStream, 0,
+        Kinds | NeedsCamera | NotInPlayback },
+    { QT_TRANSLATE_NOOP("kvms_matrix::CanvasMenu", "Auto"), ":/matrix_images/images/auto_n.png", CanvasMenu::AutoStream,
         0, Kinds | NeedsCamera | NotInPlayback },
-    { QT_TRANSLATE_NOOP("kvms_matrix::CanvasMenu", "SD"), ":/matrix_images/images/sd_n.png", CanvasMenu::SubStream,
-        0, Kinds | NeedsCamera | NotInPlayback },
-    { QT_TRANSLATE_NOOP("kvms_matrix::CanvasMenu", "Auto"), ":/matrix_images/images/auto_n.png",
-        CanvasMenu::AutoStream, 0, Kinds | NeedsCamera | NotInPlayback },
 };
 
 constexpr const char* kShownProperty = "kvmsShown";
@@ -72,9 +72,9 @@ constexpr const char* kShownProperty = "kvmsShown";
 bool shownFor(unsigned shown, const CanvasMenu::State& state)
 {
     const unsigned kind = state.windowType == 1 ? Spliced : state.windowType == 2 ? Floating : Ordinary;
-    return (shown & kind) && (!(shown & NeedsSource) || state.hasSource)
-        && (!(shown & NeedsCamera) || state.camera) && (!(shown & NeedsPlayback) || state.playback)
-        && (!(shown & NotInPlayback) || !state.playback) && (!(shown & NeedsDivided) || state.division > 1);
+    return (shown & kind) && (!(shown & NeedsSource) || state.hasSource) && (!(shown & NeedsCamera) || state.camera)
+        && (!(shown & NeedsPlayback) || state.playback) && (!(shown & NotInPlayback) || !state.playback)
+        && (!(shown & NeedsDivided) || state.division > 1);
 }
 
 } // namespace
@@ -124,7 +124,8 @@ QMenu* CanvasMenu::prepare(const State& state)
     m_fullAction->setText(state.full ? tr("Exit fullScreen") : tr("fullScreen"));
     m_fullAction->setIcon(QIcon(state.full ? QStringLiteral(":/matrix_images/images/maximize_quti_n.png")
                                            : QStringLiteral(":/matrix_images/images/maximize_n.png")));
-    return state.windowType == 1 ? m_joinMenu : m_menu;
+    m_opened = state.windowType == 1 ? m_joinMenu : m_menu;
+    return m_opened;
 }
 
 QAction* CanvasMenu::action(int code, int division) const

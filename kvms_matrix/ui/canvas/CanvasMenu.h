@@ -51,6 +51,9 @@ public:
     QMenu* menu() const { return m_menu; }
     QMenu* divisionMenu() const { return m_divisionMenu; }
     QMenu* joinMenu() const { return m_joinMenu; }
+    // The top menu last prepared. Actions are shared by the menus, and every menu holding an
+    // action reports its trigger: only the open one's report counts.
+    QMenu* opened() const { return m_opened; }
     QList<QAction*> actions() const { return m_actions; }
     QAction* action(int code, int division = 0) const;
 
@@ -63,6 +66,7 @@ private:
     QMenu* m_joinMenu = nullptr;
     QList<QAction*> m_actions; // in table order
     QAction* m_fullAction = nullptr;
+    QMenu* m_opened = nullptr;
 };
 
 } // namespace kvms_matrix

@@ -71,6 +71,8 @@ void ControlMatrixWt::sendMenuCode(int subWindowId, int windowType, int code, in
 
 void ControlMatrixWt::slotMenuActionTriggered(QAction* action)
 {
+    if (sender() == m_menu->menu() && m_menu->opened() != m_menu->menu())
+        return;
     const int code = CanvasMenu::codeOf(action);
     // Divisions come through their sub-menu (the parent menu repeats them).
     if (code < 0 || code == CanvasMenu::Division || m_menuWindowId < 0)
@@ -96,6 +98,8 @@ void ControlMatrixWt::slotSubMenuActionTriggered(QAction* action)
 {
     if (CanvasMenu::codeOf(action) != CanvasMenu::Division || m_menuWindowId < 0)
         return;
+    if (sender() == m_menu->divisionMenu() && m_menu->opened() != m_menu->menu())
+        return;
     // A sub-window shown full is put back first, or the new division would keep it full.
     const int full = fullSubWindowIndex(m_menuWindowId, m_menuWindowType);
     if (const MatrixWindowInfo* window = findWindow(m_menuWindowId, m_menuWindowType)) {
@@ -108,6 +112,8 @@ void ControlMatrixWt::slotSubMenuActionTriggered(QAction* action)
 
 void ControlMatrixWt::slotJoinMenuActionTriggered(QAction* action)
 {
+    if (m_menu->opened() != m_menu->joinMenu())
+        return;
     if (CanvasMenu::codeOf(action) == CanvasMenu::Division)
         slotSubMenuActionTriggered(action);
     else

@@ -91,10 +91,8 @@ void MatrixForm::slotRightMemuClicked(int windowId, int subWindowId, int windowT
         // The capture is named after this client and the place it is shown in.
         MatrixDeviceInfo capture;
         capture.deviceType = 4;
-        capture.deviceId = fitDeviceId(QStringLiteral("cap__%1_%2_%3")
-                                           .arg(QHostInfo::localHostName().left(12))
-                                           .arg(windowId)
-                                           .arg(subWindowId));
+        capture.deviceId = fitDeviceId(
+            QStringLiteral("cap__%1_%2_%3").arg(QHostInfo::localHostName().left(12)).arg(windowId).arg(subWindowId));
         capture.displayName = capture.deviceId;
         capture.deviceName = capture.deviceId;
         capture.channel = 0;
@@ -217,7 +215,8 @@ void MatrixForm::setBackgroundPicture(int windowId, int subWindowId, int windowT
     bindSource(windowId, subWindowId, windowType, picture, true);
 }
 
-void MatrixForm::slotSetWindowSignalSourceResult(int result, MatrixWindowInfo windowInfo, int subWindowId, bool addedPic)
+void MatrixForm::slotSetWindowSignalSourceResult(
+    int result, MatrixWindowInfo windowInfo, int subWindowId, bool addedPic)
 {
     if (addedPic)
         m_picturePending = false;
@@ -286,8 +285,7 @@ void MatrixForm::slotRestoreLoopInfoResult(int result, int, int, int)
         m_worker->getWindowInfo(handle);
 }
 
-void MatrixForm::slotRestoreLoopInfoResult(
-    int result, int, int windowId, QList<MatrixSubWindowInfo> subWindowInfoList)
+void MatrixForm::slotRestoreLoopInfoResult(int result, int, int windowId, QList<MatrixSubWindowInfo> subWindowInfoList)
 {
     if (result != 0) {
         setTip(tr("Start loop failed(%1).").arg(result));

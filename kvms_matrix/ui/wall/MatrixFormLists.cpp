@@ -76,7 +76,8 @@ void MatrixForm::buildLists(QWidget* side)
     auto* content = new QVBoxLayout(m_side);
     content->setContentsMargins(0, 0, 0, 0);
     const auto header = [this](const QString& title, QListWidget* list, const QString& addTip) {
-        auto* arrow = sideButton(QStringLiteral("matrix_arrow_bt"), QStringLiteral("go-down"), tr("Fold the list"), m_side);
+        auto* arrow
+            = sideButton(QStringLiteral("matrix_arrow_bt"), QStringLiteral("go-down"), tr("Fold the list"), m_side);
         arrow->setCheckable(true);
         auto* add = sideButton(QStringLiteral("matrix_add_bt"), QStringLiteral("list-add"), addTip, m_side);
         auto* row = new QHBoxLayout;
@@ -308,8 +309,8 @@ void MatrixForm::renameSelectedScene()
 void MatrixForm::addLoopItem(const MatrixLoopInfo& loop)
 {
     auto* row = new QListWidgetItem(m_loopList);
-    auto* item
-        = new MatrixListItem(loop.loopId, loop.loopName, QStringLiteral(":/matrix_images/images/matrix_tuining.png"), false);
+    auto* item = new MatrixListItem(
+        loop.loopId, loop.loopName, QStringLiteral(":/matrix_images/images/matrix_tuining.png"), false);
     QStringList ids;
     for (const MatrixDeviceInfo& device : loop.devices)
         ids.append(device.deviceId);

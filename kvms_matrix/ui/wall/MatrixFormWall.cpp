@@ -165,7 +165,9 @@ void MatrixForm::slotVideoPanelDropEvent(int windowId, int subWindowId, int wind
     if (!handle || !m_canvas->windowInfo(windowId, windowType, &window))
         return;
     MatrixDeviceInfo source;
-    m_sources->currentSource(&source); // not a channel: an empty source id
+    // Not a channel: a camera source with an empty id is bound, as the decoder has always had it.
+    if (!m_sources->currentSource(&source))
+        source.deviceType = 1;
     bool found = false;
     for (MatrixSubWindowInfo& sub : window.subWindows) {
         if (sub.subWindowId == subWindowId || (windowType == 2 && !found)) {
