@@ -18,7 +18,7 @@ data="$root/run"
 gui=1
 lang=""
 
-usage() { sed -n '6,9p' "$0" | sed 's/^# \{0,1\}//'; }
+usage() { sed -n '7,9p' "$0" | sed 's/^# \{0,1\}//'; }
 
 while [ $# -gt 0 ]; do
   case "$1" in

@@ -33,6 +33,8 @@ public:
     QListWidget* wallList() const { return m_wallDecoders; }
     QPushButton* searchButton() const { return m_searchBtn; }
     QPushButton* addFoundButton() const { return m_addFoundBtn; }
+    QPushButton* activateButton() const { return m_activateBtn; }
+    QPushButton* networkButton() const { return m_networkBtn; }
     QPushButton* saveButton() const { return m_saveBtn; }
     QLineEdit* nameEdit() const { return m_name; }
     QSpinBox* rowsEdit() const { return m_rows; }

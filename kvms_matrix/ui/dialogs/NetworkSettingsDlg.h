@@ -20,6 +20,7 @@ public:
     NetworkSettingsDlg(const MatrixInfo& decoder, QWidget* parent = nullptr);
 
     QLineEdit* addressEdit() const { return m_ip; }
+    QLineEdit* maskEdit() const { return m_mask; }
 
 public slots:
     void accept() override;

@@ -13,6 +13,7 @@
 #include "MatrixDefaultForm.h"
 #include "MatrixForm.h"
 #include "MatrixSdkWorker.h"
+#include "NetworkSettingsDlg.h"
 #include "SourcePane.h"
 #include "core/VirtualDecoder.h"
 #include "matrixModuleInit.h"
@@ -79,20 +80,24 @@ private:
     QString previous_;
     vdec::VirtualDecoder* main_ = nullptr;
     vdec::VirtualDecoder* second_ = nullptr;
+    vdec::VirtualDecoder* fresh_ = nullptr; // factory-new, to be activated
 };
 
 void PageEndToEndTest::initTestCase()
 {
     main_ = fixture_.startDecoder(41);
     second_ = fixture_.startDecoder(42);
-    QVERIFY(main_ && second_);
+    fresh_ = fixture_.startDecoder(43, [](vdec::DecoderConfig& c) { c.factoryNew = true; });
+    QVERIFY(main_ && second_ && fresh_);
     // Read by the SDK at its first search, which comes later.
     qputenv("CMATRIX_DISCOVERY_TARGETS",
-        QStringLiteral("%1:%2,%3:%4")
+        QStringLiteral("%1:%2,%3:%4,%5:%6")
             .arg(main_->address())
             .arg(main_->udpPort())
             .arg(second_->address())
             .arg(second_->udpPort())
+            .arg(fresh_->address())
+            .arg(fresh_->udpPort())
             .toLatin1());
     previous_ = QDir::currentPath();
     QVERIFY(dir_.isValid() && QDir::setCurrent(dir_.path()));
@@ -152,7 +157,36 @@ void PageEndToEndTest::configureConnectAndLoseADecoder()
     DecoderConfigDlg* dialog = nullptr;
     QTRY_VERIFY_WITH_TIMEOUT((dialog = form.findChild<DecoderConfigDlg*>()) && dialog->isVisible(), scaled(3000));
     QTest::mouseClick(dialog->searchButton(), Qt::LeftButton);
-    QTRY_COMPARE_WITH_TIMEOUT(dialog->foundTable()->rowCount(), 2, scaled(8000));
+    QTRY_COMPARE_WITH_TIMEOUT(dialog->foundTable()->rowCount(), 3, scaled(8000));
+
+    // The factory-new unit gets its administrator password; the next search lists it active.
+    QTableWidget* found = dialog->foundTable();
+    const int freshRow = found->findItems(fresh_->address(), Qt::MatchExactly).first()->row();
+    QCOMPARE(found->item(freshRow, 4)->text(), DecoderConfigDlg::tr("Not active"));
+    found->selectRow(freshRow);
+    QTest::mouseClick(dialog->activateButton(), Qt::LeftButton);
+    LoginDlg* activation = nullptr;
+    QTRY_VERIFY_WITH_TIMEOUT((activation = dialog->findChild<LoginDlg*>()) && activation->isVisible(), scaled(3000));
+    QTest::keyClicks(activation->passwordEdit(), QStringLiteral("Wall2026go"));
+    QTest::keyClicks(activation->confirmEdit(), QStringLiteral("Wall2026go"));
+    QTest::keyClick(activation->confirmEdit(), Qt::Key_Return);
+    QTRY_VERIFY_WITH_TIMEOUT(fresh_->snapshot().activated, scaled(5000));
+    const auto freshState = [&] {
+        const QList<QTableWidgetItem*> hits = found->findItems(fresh_->address(), Qt::MatchExactly);
+        return hits.isEmpty() ? QString() : found->item(hits.first()->row(), 4)->text();
+    };
+    QTRY_COMPARE_WITH_TIMEOUT(freshState(), DecoderConfigDlg::tr("Active"), scaled(8000));
+    // A found unit's network settings are read without a login.
+    found->selectRow(found->findItems(main_->address(), Qt::MatchExactly).first()->row());
+    QTest::mouseClick(dialog->networkButton(), Qt::LeftButton);
+    NetworkSettingsDlg* network = nullptr;
+    QTRY_VERIFY_WITH_TIMEOUT(
+        (network = dialog->findChild<NetworkSettingsDlg*>()) && network->isVisible(), scaled(3000));
+    QTRY_VERIFY_WITH_TIMEOUT(!network->maskEdit()->text().isEmpty(), scaled(5000));
+    QCOMPARE(network->addressEdit()->text(), main_->address());
+    network->reject();
+    QTRY_VERIFY_WITH_TIMEOUT(!dialog->findChild<NetworkSettingsDlg*>(), scaled(3000));
+
     addFoundDecoder(dialog, main_);
     addFoundDecoder(dialog, second_);
     dialog->nameEdit()->setText(QStringLiteral("Control room"));
