@@ -13,6 +13,69 @@
     </message>
 </context>
 <context>
+    <name>kvms_matrix::BannerConfigDlg</name>
+    <message>
+        <source>Banner</source>
+        <translation>横幅</translation>
+    </message>
+    <message>
+        <source>Right to left</source>
+        <translation>从右到左</translation>
+    </message>
+    <message>
+        <source>Left to right</source>
+        <translation>从左到右</translation>
+    </message>
+    <message>
+        <source>Still</source>
+        <translation>静止</translation>
+    </message>
+    <message>
+        <source>Show the banner on the wall</source>
+        <translation>在电视墙上显示横幅</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Text</source>
+        <translation>文字</translation>
+    </message>
+    <message>
+        <source>Font size (of the banner height)</source>
+        <translation>字体大小（占横幅高度）</translation>
+    </message>
+    <message>
+        <source>Text colour</source>
+        <translation>文字颜色</translation>
+    </message>
+    <message>
+        <source>Background colour</source>
+        <translation>背景颜色</translation>
+    </message>
+    <message>
+        <source>Speed</source>
+        <translation>速度</translation>
+    </message>
+    <message>
+        <source>Direction</source>
+        <translation>方向</translation>
+    </message>
+    <message>
+        <source>Choose a colour</source>
+        <translation>选择颜色</translation>
+    </message>
+    <message>
+        <source>The banner text cannot be empty.</source>
+        <translation>横幅文字不能为空。</translation>
+    </message>
+</context>
+<context>
     <name>kvms_matrix::CanvasMenu</name>
     <message>
         <source>playback</source>
@@ -303,6 +366,41 @@
     <message>
         <source>%1: not connected</source>
         <translation>%1：未连接</translation>
+    </message>
+</context>
+<context>
+    <name>kvms_matrix::DevFileDlg</name>
+    <message>
+        <source>USB video files</source>
+        <translation>USB 视频文件</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>文件</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>大小</translation>
+    </message>
+    <message>
+        <source>Duration</source>
+        <translation>时长</translation>
+    </message>
+    <message>
+        <source>Modified</source>
+        <translation>修改时间</translation>
+    </message>
+    <message>
+        <source>%1 KiB</source>
+        <translation>%1 KiB</translation>
+    </message>
+    <message>
+        <source>Play</source>
+        <translation>播放</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
     </message>
 </context>
 <context>
@@ -676,6 +774,34 @@
     <message>
         <source>Start loop failed(%1).</source>
         <translation>启动轮巡失败(%1)。</translation>
+    </message>
+    <message>
+        <source>Banner</source>
+        <translation>横幅</translation>
+    </message>
+    <message>
+        <source>Put a scrolling banner on the wall</source>
+        <translation>在电视墙上放置滚动横幅</translation>
+    </message>
+    <message>
+        <source>USB files</source>
+        <translation>USB 文件</translation>
+    </message>
+    <message>
+        <source>Play a video file of the decoder&apos;s USB storage in the selected window</source>
+        <translation>在选中的窗口中播放解码器 USB 存储中的视频文件</translation>
+    </message>
+    <message>
+        <source>Set banner failed(%1).</source>
+        <translation>设置横幅失败(%1)。</translation>
+    </message>
+    <message>
+        <source>Remove banner failed(%1).</source>
+        <translation>移除横幅失败(%1)。</translation>
+    </message>
+    <message>
+        <source>Video file fetch is empty!</source>
+        <translation>获取的视频文件为空！</translation>
     </message>
 </context>
 <context>

@@ -2,6 +2,7 @@
 
 #include "CSharedHandle.h"
 #include "MatrixInfo.h"
+#include "MatrixBannerInfo.h"
 #include "MatrixLoopInfo.h"
 #include "MatrixPageState.h"
 #include "MatrixSceneInfo.h"
@@ -55,6 +56,8 @@ public:
     QPushButton* sceneAddButton() const { return m_sceneAddBtn; }
     QPushButton* loopAddButton() const { return m_loopAddBtn; }
     QPushButton* hideSideButton() const { return m_hideSideBtn; }
+    QPushButton* bannerButton() const { return m_bannerBtn; }
+    QPushButton* devFileButton() const { return m_devFileBtn; }
     QWidget* sidePane() const { return m_side; }
     QList<MatrixLoopInfo> loops() const { return m_loops; }
 
@@ -108,6 +111,14 @@ public slots:
     void slotRestoreLoopInfoResult(int result, int loopId, int windowId, int subWindowId);
     void slotRestoreLoopInfoResult(int result, int loopId, int windowId, QList<MatrixSubWindowInfo> subWindowInfoList);
     void slotRemoveLoopInfoResult(int result, int loopId);
+    // Banner and decoder files (MatrixFormBanner.cpp).
+    void slotBannerBtnClicked();
+    void slotSetBanner(int x, int y, int width, int height);
+    void slotDelBanner();
+    void slotSetBannerResult(int result, MatrixBannerInfo banner);
+    void slotRemoveBannerResult(int result);
+    void slotDevFileBtnClicked();
+    void slotGetDevPlayFileResult(QList<DevPlayFile_t> files, int windowId, int subWindowId, int windowType);
     void slotRoamingBtnClicked();
     void slotConfigBtnClicked();
     void slotLoginBtnClicked();
@@ -140,6 +151,7 @@ private:
     void addLoopItem(const MatrixLoopInfo& loop);
     bool sceneNameTaken(const QString& name, QWidget* except) const;
     void renameSelectedScene();
+    void buildExtras(); // MatrixFormBanner.cpp: the banner and file buttons
 
     MatrixSdkWorker* m_worker = nullptr;
     MatrixPageState m_state;
@@ -165,6 +177,8 @@ private:
     QPushButton* m_loopAddBtn = nullptr;
     QPushButton* m_hideSideBtn = nullptr;
     QWidget* m_side = nullptr;
+    QPushButton* m_bannerBtn = nullptr;
+    QPushButton* m_devFileBtn = nullptr;
     QList<MatrixLoopInfo> m_loops; // the wall's loops as last read, in the decoder's order
     bool m_picturePending = false; // a background picture sent and not yet confirmed
 };

@@ -56,6 +56,7 @@ void MatrixForm::connectActions()
 {
     connect(m_canvas, &ControlMatrixWt::signalLoopListDropEvent, this, &MatrixForm::slotLoopListDropEvent);
     connect(m_canvas, &ControlMatrixWt::signalJoinWindows, this, &MatrixForm::slotJoinWindows);
+    buildExtras();
     const auto queued = Qt::QueuedConnection;
     MatrixSdkWorker* w = m_worker;
     connect(w, &MatrixSdkWorker::signalSaveSceneResult, this, &MatrixForm::slotSaveSceneResult, queued);

@@ -57,6 +57,8 @@ private slots:
     void scenesSaveRenameAndRecall();
     void sceneLimit();
     void loopMadeInTheDialogTurnsWhereDropped();
+    void bannerPutUpAndMoved();
+    void usbFilePlayedInTheSelectedWindow();
 
 private:
     QTemporaryDir dir_;

@@ -5,7 +5,9 @@
 #include "TestMain.h"
 #include "TestTimeout.h"
 
+#include "BannerConfigDlg.h"
 #include "ControlMatrixWt.h"
+#include "DevFileDlg.h"
 #include "LoopSettingsDlg.h"
 #include "MatrixForm.h"
 #include "MatrixListItem.h"
@@ -19,6 +21,7 @@
 #include "KSingleton.h"
 
 #include <QDir>
+#include <QFile>
 #include <QImage>
 #include <QLineEdit>
 #include <QListWidget>
@@ -346,4 +349,50 @@ void PageActionsTest::loopMadeInTheDialogTurnsWhereDropped()
     // The decoder turns it: another source comes up in the window.
     const QString shownFirst = sourceOf(decoder_, 2, 1);
     QTRY_VERIFY_WITH_TIMEOUT(sourceOf(decoder_, 2, 1) != shownFirst, scaled(5000));
+}
+
+void PageActionsTest::bannerPutUpAndMoved()
+{
+    QTest::mouseClick(page_->bannerButton(), Qt::LeftButton);
+    BannerConfigDlg* dialog = nullptr;
+    QTRY_VERIFY_WITH_TIMEOUT((dialog = page_->findChild<BannerConfigDlg*>()) && dialog->isVisible(), scaled(3000));
+    const QString text = QStringLiteral("Shift change 交接班 \"now\"");
+    dialog->messageEdit()->setText(text);
+    QTest::mouseClick(dialog->saveButton(), Qt::LeftButton);
+    QTRY_VERIFY_WITH_TIMEOUT(decoder_->snapshot().banner.show == 1, scaled(5000));
+    QCOMPARE(QString::fromUtf8(decoder_->snapshot().banner.message), text);
+    QWidget* banner = page_->canvas()->bannerWidget();
+    QTRY_VERIFY_WITH_TIMEOUT(banner->isVisible(), scaled(5000));
+
+    // Dragged up the wall: the decoder's banner follows.
+    const int yBefore = decoder_->snapshot().banner.y;
+    const QPoint grip(20, 5);
+    QTest::mousePress(banner, Qt::LeftButton, {}, grip);
+    QMouseEvent drag(QEvent::MouseMove, grip - QPoint(0, 120), banner->mapToGlobal(grip - QPoint(0, 120)), Qt::NoButton,
+        Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(banner, &drag);
+    QTest::mouseRelease(banner, Qt::LeftButton, {}, grip - QPoint(0, 120));
+    QTRY_VERIFY_WITH_TIMEOUT(decoder_->snapshot().banner.y < yBefore, scaled(5000));
+    QCOMPARE(QString::fromUtf8(decoder_->snapshot().banner.message), text);
+}
+
+void PageActionsTest::usbFilePlayedInTheSelectedWindow()
+{
+    ControlMatrixWt* canvas = page_->canvas();
+    QTest::mouseClick(canvas, Qt::LeftButton, {}, centreOf(canvas, 3, 0));
+    QCOMPARE(canvas->currentWindowId(), 3);
+    // A stick with no files: the operator is told.
+    QTest::mouseClick(page_->devFileButton(), Qt::LeftButton);
+    QTRY_COMPARE_WITH_TIMEOUT(
+        actionstest::messages().value(0), MatrixForm::tr("Video file fetch is empty!"), scaled(5000));
+
+    QFile clip(QDir(decoder_->config().stateDir).filePath(QStringLiteral("usb/clip.mp4")));
+    QVERIFY(clip.open(QIODevice::WriteOnly) && clip.write(QByteArray(4096, 'v')) == 4096);
+    clip.close();
+    QTest::mouseClick(page_->devFileButton(), Qt::LeftButton);
+    DevFileDlg* dialog = nullptr;
+    QTRY_VERIFY_WITH_TIMEOUT((dialog = page_->findChild<DevFileDlg*>()) && dialog->isVisible(), scaled(5000));
+    QCOMPARE(dialog->chosenPath(), QStringLiteral("/clip.mp4"));
+    QTest::mouseClick(dialog->playButton(), Qt::LeftButton);
+    QTRY_COMPARE_WITH_TIMEOUT(sourceOf(decoder_, 3, 1), QStringLiteral("usbfileplay"), scaled(5000));
 }
