@@ -17,9 +17,11 @@ namespace {
 
 const char* const kListItemFormat = "matrixlistitem";
 
-QPushButton* rowButton(const QString& icon, const QString& tip, QWidget* parent)
+// A flat button showing a page icon (a resource path) or a glyph.
+QPushButton* rowButton(const QString& look, const QString& tip, QWidget* parent)
 {
-    auto* button = new QPushButton(QIcon::fromTheme(icon), QString(), parent);
+    auto* button = look.startsWith(QLatin1Char(':')) ? new QPushButton(QIcon(look), QString(), parent)
+                                                     : new QPushButton(look, parent);
     button->setToolTip(tip);
     button->setFlat(true);
     button->setFixedSize(22, 22);
@@ -50,8 +52,8 @@ MatrixListItem::MatrixListItem(int id, const QString& name, const QString& icon,
     m_edit->setMaxLength(32);
     m_edit->hide();
     m_edit->installEventFilter(this);
-    m_editBtn = rowButton(QStringLiteral("document-edit"), renameInPlace ? tr("Rename") : tr("Edit"), this);
-    m_deleteBtn = rowButton(QStringLiteral("edit-delete"), tr("Delete"), this);
+    m_editBtn = rowButton(QStringLiteral("\u270E"), renameInPlace ? tr("Rename") : tr("Edit"), this);
+    m_deleteBtn = rowButton(QStringLiteral(":/page_icons/remove.png"), tr("Delete"), this);
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(6, 2, 4, 2);
     layout->setSpacing(4);

@@ -15,9 +15,9 @@ namespace kvms_matrix {
 
 void MatrixForm::buildExtras()
 {
-    m_bannerBtn = new QPushButton(QIcon::fromTheme(QStringLiteral("format-text-bold")), tr("Banner"), this);
+    m_bannerBtn = new QPushButton(tr("Banner"), this);
     m_bannerBtn->setToolTip(tr("Put a scrolling banner on the wall"));
-    m_devFileBtn = new QPushButton(QIcon::fromTheme(QStringLiteral("media-removable")), tr("USB files"), this);
+    m_devFileBtn = new QPushButton(tr("USB files"), this);
     m_devFileBtn->setToolTip(tr("Play a video file of the decoder's USB storage in the selected window"));
     // Beside the roaming-window button in the page's tool row.
     auto* page = qobject_cast<QBoxLayout*>(layout());

@@ -26,9 +26,11 @@ namespace {
 constexpr int kMaxScenes = 6;
 constexpr int kMaxListed = 1024; // a decoder may answer with anything
 
-QPushButton* sideButton(const QString& objectName, const QString& icon, const QString& tip, QWidget* parent)
+// A small flat button showing a page icon (a resource path) or a glyph.
+QPushButton* sideButton(const QString& objectName, const QString& look, const QString& tip, QWidget* parent)
 {
-    auto* button = new QPushButton(QIcon::fromTheme(icon), QString(), parent);
+    auto* button = look.startsWith(QLatin1Char(':')) ? new QPushButton(QIcon(look), QString(), parent)
+                                                     : new QPushButton(look, parent);
     button->setObjectName(objectName);
     button->setToolTip(tip);
     button->setFlat(true);
@@ -77,9 +79,9 @@ void MatrixForm::buildLists(QWidget* side)
     content->setContentsMargins(0, 0, 0, 0);
     const auto header = [this](const QString& title, QListWidget* list, const QString& addTip) {
         auto* arrow
-            = sideButton(QStringLiteral("matrix_arrow_bt"), QStringLiteral("go-down"), tr("Fold the list"), m_side);
+            = sideButton(QStringLiteral("matrix_arrow_bt"), QStringLiteral("\u25BE"), tr("Fold the list"), m_side);
         arrow->setCheckable(true);
-        auto* add = sideButton(QStringLiteral("matrix_add_bt"), QStringLiteral("list-add"), addTip, m_side);
+        auto* add = sideButton(QStringLiteral("matrix_add_bt"), QStringLiteral(":/page_icons/add.png"), addTip, m_side);
         auto* row = new QHBoxLayout;
         row->addWidget(arrow);
         row->addWidget(new QLabel(title, m_side), 1);
@@ -94,7 +96,7 @@ void MatrixForm::buildLists(QWidget* side)
     m_sceneAddBtn = scene.second;
     m_loopAddBtn = loop.second;
     m_hideSideBtn = sideButton(
-        QStringLiteral("matrix_hide_wt_bt"), QStringLiteral("go-next"), tr("Hide the scene and loop lists"), side);
+        QStringLiteral("matrix_hide_wt_bt"), QStringLiteral("\u00BB"), tr("Hide the scene and loop lists"), side);
     m_hideSideBtn->setCheckable(true);
     auto* outer = new QVBoxLayout(side);
     outer->setContentsMargins(0, 0, 0, 0);
@@ -114,17 +116,21 @@ void MatrixForm::buildLists(QWidget* side)
 void MatrixForm::slotSceneArrowBtnClicked(bool checked)
 {
     m_sceneList->setVisible(!checked);
+    if (auto* arrow = qobject_cast<QPushButton*>(sender()))
+        arrow->setText(checked ? QStringLiteral("\u25B8") : QStringLiteral("\u25BE"));
 }
 
 void MatrixForm::slotLoopArrowBtnClicked(bool checked)
 {
     m_loopList->setVisible(!checked);
+    if (auto* arrow = qobject_cast<QPushButton*>(sender()))
+        arrow->setText(checked ? QStringLiteral("\u25B8") : QStringLiteral("\u25BE"));
 }
 
 void MatrixForm::slotHideWtBtClicked(bool checked)
 {
     m_side->setVisible(!checked);
-    m_hideSideBtn->setIcon(QIcon::fromTheme(checked ? QStringLiteral("go-previous") : QStringLiteral("go-next")));
+    m_hideSideBtn->setText(checked ? QStringLiteral("\u00AB") : QStringLiteral("\u00BB"));
     m_hideSideBtn->setToolTip(checked ? tr("Show the scene and loop lists") : tr("Hide the scene and loop lists"));
 }
 

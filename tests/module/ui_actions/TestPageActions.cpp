@@ -25,7 +25,9 @@
 #include <QImage>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMenu>
 #include <QMimeData>
+#include <QProcess>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTreeWidget>
@@ -80,6 +82,19 @@ QString writeJpeg(const QString& dir, const QString& name)
     image.fill(Qt::darkCyan);
     const QString path = QDir(dir).filePath(name);
     return image.save(path, "JPG") ? path : QString();
+}
+
+// Saves the whole X screen with ImageMagick when KVMS_SCREENSHOT_DIR names a directory.
+void screenshot(const QString& name)
+{
+    const QString dir = qEnvironmentVariable("KVMS_SCREENSHOT_DIR");
+    if (dir.isEmpty())
+        return;
+    QTest::qWait(300); // let the last repaint reach the server
+    QProcess import;
+    import.start(QStringLiteral("import"),
+        { QStringLiteral("-window"), QStringLiteral("root"), QDir(dir).filePath(name + QStringLiteral(".png")) });
+    import.waitForFinished(10000);
 }
 
 } // namespace
@@ -335,9 +350,14 @@ void PageActionsTest::loopMadeInTheDialogTurnsWhereDropped()
         dialog->availableList()->item(i)->setSelected(true);
     QTest::mouseClick(dialog->addButton(), Qt::LeftButton);
     QCOMPARE(dialog->chosenList()->count(), 3);
+    screenshot(QStringLiteral("loop_dialog"));
     QTest::mouseClick(dialog->saveButton(), Qt::LeftButton);
-    QTRY_COMPARE_WITH_TIMEOUT(int(decoder_->snapshot().schemes.size()), 1, scaled(5000));
-    QCOMPARE(int(decoder_->snapshot().schemes.front().devices.size()), 3);
+    // The scheme and then its sources: the second call may still be on its way.
+    const auto sources = [this] {
+        const vdec::DecoderSnapshot state = decoder_->snapshot();
+        return state.schemes.size() == 1 ? int(state.schemes.front().devices.size()) : -1;
+    };
+    QTRY_COMPARE_WITH_TIMEOUT(sources(), 3, scaled(5000));
     QTRY_COMPARE_WITH_TIMEOUT(page_->loopList()->count(), 1, scaled(5000));
 
     auto* row = qobject_cast<MatrixListItem*>(page_->loopList()->itemWidget(page_->loopList()->item(0)));
@@ -395,4 +415,15 @@ void PageActionsTest::usbFilePlayedInTheSelectedWindow()
     QCOMPARE(dialog->chosenPath(), QStringLiteral("/clip.mp4"));
     QTest::mouseClick(dialog->playButton(), Qt::LeftButton);
     QTRY_COMPARE_WITH_TIMEOUT(sourceOf(decoder_, 3, 1), QStringLiteral("usbfileplay"), scaled(5000));
+
+    // The busy wall, and the menu of its divided window.
+    screenshot(QStringLiteral("busy_wall"));
+    const QPoint at = centreOf(canvas, 1, 0);
+    QContextMenuEvent event(QContextMenuEvent::Mouse, at, canvas->mapToGlobal(at));
+    QApplication::sendEvent(canvas, &event);
+    QMenu* menu = canvas->findChild<QMenu*>(QStringLiteral("matrixWindowMenu"));
+    QVERIFY(menu);
+    QTRY_VERIFY_WITH_TIMEOUT(menu->isVisible(), scaled(3000));
+    screenshot(QStringLiteral("window_menu"));
+    menu->hide();
 }
