@@ -201,6 +201,8 @@ void PageEndToEndTest::configureConnectAndLoseADecoder()
     ControlMatrixWt* canvas = page->canvas();
     QTRY_COMPARE_WITH_TIMEOUT(canvas->windowInfoList().size(), 2, scaled(10000));
     QCOMPARE(QList<int>({ canvas->rows(), canvas->cols() }), QList<int>({ 1, 2 }));
+    for (int id : { 1, 2 })
+        QVERIFY(canvas->panel(ControlMatrixWt::panelKey(id, 1, 0)));
     QCOMPARE(main_->snapshot().name, QStringLiteral("Control room"));
     QCOMPARE(int(main_->snapshot().windows.size()), 2);
     QTRY_COMPARE_WITH_TIMEOUT(page->statusStrip()->text(second_->address()),
