@@ -248,10 +248,8 @@ void MatrixForm::slotSetWindowSignalSourceResult(
         text = tr("device %1 set signal source failed(%2).").arg(name).arg(result);
         break;
     }
+    // The canvas is changed only by a confirmed binding, so it still shows what the decoder holds.
     setTip(text);
-    // The canvas shows what the decoder holds, not what was asked for.
-    if (const QSharedPointer<CSharedHandle> handle = m_state.currentHandle())
-        m_worker->getWindowInfo(handle);
 }
 
 void MatrixForm::slotLoopListDropEvent(int windowId, int, int windowType, int id)

@@ -185,21 +185,21 @@ void MatrixForm::slotSceneAddBtnClicked()
 
 void MatrixForm::slotSaveSceneResult(int result, int sceneId, QString sceneName, void* item)
 {
+    if (result != 0)
+        SystemAssistant::messageAlert(tr("Save scene failed(%1).").arg(result), this);
     // The pointer is only compared with the rows still listed, never followed blindly.
     const int row = rowOf(m_sceneList, static_cast<QWidget*>(item));
     if (row < 0) {
-        // The list was read again meanwhile; read it once more to show the saved scene.
-        if (result == 0)
-            if (const QSharedPointer<CSharedHandle> handle = m_state.currentHandle())
-                m_worker->getScene(handle);
+        // The list was read again meanwhile; read it once more to show what the decoder has.
+        if (const QSharedPointer<CSharedHandle> handle = m_state.currentHandle())
+            m_worker->getScene(handle);
         return;
     }
-    auto* widget = itemWidget(m_sceneList->itemWidget(m_sceneList->item(row)));
     if (result != 0) {
-        SystemAssistant::messageAlert(tr("Save scene failed(%1).").arg(result), this);
         delete m_sceneList->takeItem(row);
         return;
     }
+    auto* widget = itemWidget(m_sceneList->itemWidget(m_sceneList->item(row)));
     widget->setId(sceneId);
     widget->setName(sceneName);
 }

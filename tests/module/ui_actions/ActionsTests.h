@@ -56,6 +56,7 @@ private slots:
     void joinAndUnjoinCells();
     void scenesSaveRenameAndRecall();
     void sceneLimit();
+    void refusedSaveAndBindLoseNothing();
     void loopMadeInTheDialogTurnsWhereDropped();
     void bannerPutUpAndMoved();
     void usbFilePlayedInTheSelectedWindow();

@@ -338,6 +338,47 @@ void PageActionsTest::sceneLimit()
     QTRY_VERIFY_WITH_TIMEOUT(decoder_->snapshot().scenes.size() >= 1, scaled(5000));
 }
 
+void PageActionsTest::refusedSaveAndBindLoseNothing()
+{
+    // A refused scene save: told, and the list shows what the decoder has.
+    KCOMMON::KSingleton<MatrixSdkWorker>::instance()->getScene(page_->state().currentHandle());
+    QTRY_COMPARE_WITH_TIMEOUT(page_->sceneList()->count(), int(decoder_->snapshot().scenes.size()), scaled(5000));
+    decoder_->faults().failNext(Type::SceneCreate, CMATRIX_ERR_LIMIT);
+    const size_t scenesBefore = decoder_->snapshot().scenes.size();
+    QTest::mouseClick(page_->sceneAddButton(), Qt::LeftButton);
+    QTRY_COMPARE_WITH_TIMEOUT(actionstest::messages().value(0),
+        MatrixForm::tr("Save scene failed(%1).").arg(CMATRIX_ERR_LIMIT), scaled(5000));
+    QTRY_COMPARE_WITH_TIMEOUT(page_->sceneList()->count(), int(scenesBefore), scaled(5000));
+    QCOMPARE(decoder_->snapshot().scenes.size(), scenesBefore);
+
+    // F2 renames the selected scene in place.
+    page_->slotGetSceneInfoResult({ { 7, QStringLiteral("Morning") } });
+    auto* row = qobject_cast<MatrixListItem*>(page_->sceneList()->itemWidget(page_->sceneList()->item(0)));
+    QTest::mouseClick(row, Qt::LeftButton, {}, QPoint(4, 10));
+    QVERIFY(row->isSelected());
+    QTest::keyClick(page_, Qt::Key_F2);
+    QVERIFY(row->nameEdit()->isVisible());
+    QTest::keyClick(row->nameEdit(), Qt::Key_Escape);
+
+    // A refused binding: told with the source's name, and the canvas shows what the decoder kept.
+    ControlMatrixWt* canvas = page_->canvas();
+    const QString kept = sourceOf(decoder_, 4, 1);
+    QTreeWidget* devices = page_->sourcePane()->deviceTree();
+    devices->setCurrentItem(
+        devices->findItems(QStringLiteral("Reception"), Qt::MatchExactly | Qt::MatchRecursive).first());
+    decoder_->faults().failNext(Type::WindowDeviceAdd, CMATRIX_ERR_FAILED);
+    emit canvas->signalVideoPanelDropEvent(4, 1, 0);
+    QTRY_COMPARE_WITH_TIMEOUT(page_->tipText(),
+        MatrixForm::tr("device %1 set signal source failed(%2).")
+            .arg(QStringLiteral("Reception"))
+            .arg(CMATRIX_ERR_FAILED),
+        scaled(5000));
+    QCOMPARE(sourceOf(decoder_, 4, 1), kept);
+    MatrixWindowInfo shown;
+    QVERIFY(canvas->windowInfo(4, 0, &shown));
+    QVERIFY(shown.subWindows.value(0).device.deviceName != QLatin1String("Reception"));
+}
+
 void PageActionsTest::loopMadeInTheDialogTurnsWhereDropped()
 {
     QTest::mouseClick(page_->loopAddButton(), Qt::LeftButton);
