@@ -356,6 +356,9 @@ void PageActionsTest::refusedSaveAndBindLoseNothing()
     auto* row = qobject_cast<MatrixListItem*>(page_->sceneList()->itemWidget(page_->sceneList()->item(0)));
     QTest::mouseClick(row, Qt::LeftButton, {}, QPoint(4, 10));
     QVERIFY(row->isSelected());
+    // Shortcuts reach the active window only.
+    QApplication::setActiveWindow(page_);
+    QTRY_VERIFY_WITH_TIMEOUT(page_->isActiveWindow(), scaled(3000));
     QTest::keyClick(page_, Qt::Key_F2);
     QVERIFY(row->nameEdit()->isVisible());
     QTest::keyClick(row->nameEdit(), Qt::Key_Escape);
