@@ -803,6 +803,34 @@
         <source>Video file fetch is empty!</source>
         <translation>获取的视频文件为空！</translation>
     </message>
+    <message>
+        <source>HDMI input</source>
+        <translation>HDMI 输入</translation>
+    </message>
+    <message>
+        <source>Show an HDMI input of the decoder in the selected window</source>
+        <translation>在选中的窗口中显示解码器的 HDMI 输入</translation>
+    </message>
+    <message>
+        <source>HDMI input %1</source>
+        <translation>HDMI 输入 %1</translation>
+    </message>
+    <message>
+        <source>Screen colour</source>
+        <translation>屏幕颜色</translation>
+    </message>
+    <message>
+        <source>Brightness, contrast, saturation and hue of the selected window&apos;s screen</source>
+        <translation>选中窗口所在屏幕的亮度、对比度、饱和度和色调</translation>
+    </message>
+    <message>
+        <source>Reading the screen colour failed.</source>
+        <translation>读取屏幕颜色失败。</translation>
+    </message>
+    <message>
+        <source>Set screen colour failed(%1).</source>
+        <translation>设置屏幕颜色失败(%1)。</translation>
+    </message>
 </context>
 <context>
     <name>kvms_matrix::MatrixListItem</name>
@@ -903,6 +931,37 @@
     <message>
         <source>Changing the network settings failed(%1, %2).</source>
         <translation>修改网络设置失败(%1，%2)。</translation>
+    </message>
+</context>
+<context>
+    <name>kvms_matrix::ScreenColourDlg</name>
+    <message>
+        <source>Screen colour (row %1, column %2)</source>
+        <translation>屏幕颜色（第 %1 行，第 %2 列）</translation>
+    </message>
+    <message>
+        <source>Brightness</source>
+        <translation>亮度</translation>
+    </message>
+    <message>
+        <source>Contrast</source>
+        <translation>对比度</translation>
+    </message>
+    <message>
+        <source>Saturation</source>
+        <translation>饱和度</translation>
+    </message>
+    <message>
+        <source>Hue</source>
+        <translation>色调</translation>
+    </message>
+    <message>
+        <source>Apply</source>
+        <translation>应用</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
     </message>
 </context>
 <context>

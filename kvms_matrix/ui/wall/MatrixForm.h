@@ -58,6 +58,8 @@ public:
     QPushButton* hideSideButton() const { return m_hideSideBtn; }
     QPushButton* bannerButton() const { return m_bannerBtn; }
     QPushButton* devFileButton() const { return m_devFileBtn; }
+    QPushButton* hdmiButton() const { return m_hdmiBtn; }
+    QPushButton* colourButton() const { return m_colourBtn; }
     QWidget* sidePane() const { return m_side; }
     QList<MatrixLoopInfo> loops() const { return m_loops; }
 
@@ -119,6 +121,8 @@ public slots:
     void slotRemoveBannerResult(int result);
     void slotDevFileBtnClicked();
     void slotGetDevPlayFileResult(QList<DevPlayFile_t> files, int windowId, int subWindowId, int windowType);
+    void slotHdmiInputChosen(int input); // plays an HDMI input (0-based) in the selected window
+    void slotScreenColourBtnClicked();
     void slotRoamingBtnClicked();
     void slotConfigBtnClicked();
     void slotLoginBtnClicked();
@@ -179,6 +183,8 @@ private:
     QWidget* m_side = nullptr;
     QPushButton* m_bannerBtn = nullptr;
     QPushButton* m_devFileBtn = nullptr;
+    QPushButton* m_hdmiBtn = nullptr;
+    QPushButton* m_colourBtn = nullptr;
     QList<MatrixLoopInfo> m_loops; // the wall's loops as last read, in the decoder's order
     bool m_picturePending = false; // a background picture sent and not yet confirmed
 };

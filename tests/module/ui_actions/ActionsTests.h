@@ -60,6 +60,7 @@ private slots:
     void loopMadeInTheDialogTurnsWhereDropped();
     void bannerPutUpAndMoved();
     void usbFilePlayedInTheSelectedWindow();
+    void hdmiInputAndScreenColour();
 
 private:
     QTemporaryDir dir_;

@@ -13,6 +13,7 @@
 #include "MatrixListItem.h"
 #include "MatrixSdkWorker.h"
 #include "MatrixSignals.h"
+#include "ScreenColourDlg.h"
 #include "SourcePane.h"
 #include "WallConfigStore.h"
 #include "core/VirtualDecoder.h"
@@ -29,6 +30,7 @@
 #include <QMimeData>
 #include <QProcess>
 #include <QPushButton>
+#include <QSlider>
 #include <QTabWidget>
 #include <QTreeWidget>
 
@@ -470,4 +472,30 @@ void PageActionsTest::usbFilePlayedInTheSelectedWindow()
     QTRY_VERIFY_WITH_TIMEOUT(menu->isVisible(), scaled(3000));
     screenshot(QStringLiteral("window_menu"));
     menu->hide();
+}
+
+void PageActionsTest::hdmiInputAndScreenColour()
+{
+    ControlMatrixWt* canvas = page_->canvas();
+    QTest::mouseClick(canvas, Qt::LeftButton, {}, centreOf(canvas, 4, 0));
+    QCOMPARE(canvas->currentWindowId(), 4);
+    page_->slotHdmiInputChosen(0);
+    QTRY_COMPARE_WITH_TIMEOUT(sourceOf(decoder_, 4, 1), QStringLiteral("hdmiinput"), scaled(5000));
+
+    // Window 4 is the bottom-right screen: column 1, row 1.
+    QTest::mouseClick(page_->colourButton(), Qt::LeftButton);
+    ScreenColourDlg* dialog = nullptr;
+    QTRY_VERIFY_WITH_TIMEOUT((dialog = page_->findChild<ScreenColourDlg*>()) && dialog->isVisible(), scaled(3000));
+    QCOMPARE(QList<int>({ dialog->col(), dialog->row() }), QList<int>({ 1, 1 }));
+    QTRY_VERIFY_WITH_TIMEOUT(dialog->applyButton()->isEnabled(), scaled(5000));
+    QCOMPARE(dialog->slider(0)->value(), 50); // the decoder's default
+    dialog->slider(0)->setValue(72);
+    QTest::mouseClick(dialog->applyButton(), Qt::LeftButton);
+    const auto brightness = [this] {
+        const auto colours = decoder_->snapshot().screenColors;
+        const auto it = colours.find({ 1, 1 });
+        return it == colours.end() ? -1 : int(it->second.brightness);
+    };
+    QTRY_COMPARE_WITH_TIMEOUT(brightness(), 72, scaled(5000));
+    dialog->close();
 }
