@@ -462,9 +462,9 @@ void PageActionsTest::usbFilePlayedInTheSelectedWindow()
     QTest::mouseClick(dialog->playButton(), Qt::LeftButton);
     QTRY_COMPARE_WITH_TIMEOUT(sourceOf(decoder_, 3, 1), QStringLiteral("usbfileplay"), scaled(5000));
 
-    // The busy wall, and the menu of its divided window.
+    // The busy wall, and the menu of the window the loop turns in.
     screenshot(QStringLiteral("busy_wall"));
-    const QPoint at = centreOf(canvas, 1, 0);
+    const QPoint at = centreOf(canvas, 2, 0);
     QContextMenuEvent event(QContextMenuEvent::Mouse, at, canvas->mapToGlobal(at));
     QApplication::sendEvent(canvas, &event);
     QMenu* menu = canvas->findChild<QMenu*>(QStringLiteral("matrixWindowMenu"));
