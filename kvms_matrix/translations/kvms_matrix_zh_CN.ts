@@ -13,6 +13,128 @@
     </message>
 </context>
 <context>
+    <name>kvms_matrix::BannerConfigDlg</name>
+    <message>
+        <source>Banner</source>
+        <translation>横幅</translation>
+    </message>
+    <message>
+        <source>Right to left</source>
+        <translation>从右到左</translation>
+    </message>
+    <message>
+        <source>Left to right</source>
+        <translation>从左到右</translation>
+    </message>
+    <message>
+        <source>Still</source>
+        <translation>静止</translation>
+    </message>
+    <message>
+        <source>Show the banner on the wall</source>
+        <translation>在电视墙上显示横幅</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Text</source>
+        <translation>文字</translation>
+    </message>
+    <message>
+        <source>Font size (of the banner height)</source>
+        <translation>字体大小（占横幅高度）</translation>
+    </message>
+    <message>
+        <source>Text colour</source>
+        <translation>文字颜色</translation>
+    </message>
+    <message>
+        <source>Background colour</source>
+        <translation>背景颜色</translation>
+    </message>
+    <message>
+        <source>Speed</source>
+        <translation>速度</translation>
+    </message>
+    <message>
+        <source>Direction</source>
+        <translation>方向</translation>
+    </message>
+    <message>
+        <source>Choose a colour</source>
+        <translation>选择颜色</translation>
+    </message>
+    <message>
+        <source>The banner text cannot be empty.</source>
+        <translation>横幅文字不能为空。</translation>
+    </message>
+</context>
+<context>
+    <name>kvms_matrix::CanvasMenu</name>
+    <message>
+        <source>playback</source>
+        <translation>回放</translation>
+    </message>
+    <message>
+        <source>exitback</source>
+        <translation>退出回放</translation>
+    </message>
+    <message>
+        <source>window clear</source>
+        <translation>清空窗口</translation>
+    </message>
+    <message>
+        <source>fullScreen</source>
+        <translation>全屏</translation>
+    </message>
+    <message>
+        <source>unjoin</source>
+        <translation>取消拼接</translation>
+    </message>
+    <message>
+        <source>grab screen</source>
+        <translation>投屏</translation>
+    </message>
+    <message>
+        <source>set background</source>
+        <translation>设置背景</translation>
+    </message>
+    <message>
+        <source>open voice</source>
+        <translation>打开声音</translation>
+    </message>
+    <message>
+        <source>close voice</source>
+        <translation>关闭声音</translation>
+    </message>
+    <message>
+        <source>HD</source>
+        <translation>高清</translation>
+    </message>
+    <message>
+        <source>SD</source>
+        <translation>标清</translation>
+    </message>
+    <message>
+        <source>Auto</source>
+        <translation>自动</translation>
+    </message>
+    <message>
+        <source>Division</source>
+        <translation>分屏</translation>
+    </message>
+    <message>
+        <source>Exit fullScreen</source>
+        <translation>退出全屏</translation>
+    </message>
+</context>
+<context>
     <name>kvms_matrix::ConnectErrorText</name>
     <message>
         <source>Decoder(%1) connection failed:Incorrect user name or password!</source>
@@ -52,6 +174,18 @@
     <message>
         <source>Only one roaming window at most</source>
         <translation>最多只能有一个漫游窗口</translation>
+    </message>
+    <message>
+        <source>please select window</source>
+        <translation>请选择窗口</translation>
+    </message>
+    <message>
+        <source>Select two or more free cells to join.</source>
+        <translation>请选择两个或更多空闲单元格进行拼接。</translation>
+    </message>
+    <message>
+        <source>Only free cells making a rectangle can be joined.</source>
+        <translation>只能拼接组成矩形的空闲单元格。</translation>
     </message>
 </context>
 <context>
@@ -235,6 +369,41 @@
     </message>
 </context>
 <context>
+    <name>kvms_matrix::DevFileDlg</name>
+    <message>
+        <source>USB video files</source>
+        <translation>USB 视频文件</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>文件</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>大小</translation>
+    </message>
+    <message>
+        <source>Duration</source>
+        <translation>时长</translation>
+    </message>
+    <message>
+        <source>Modified</source>
+        <translation>修改时间</translation>
+    </message>
+    <message>
+        <source>%1 KiB</source>
+        <translation>%1 KiB</translation>
+    </message>
+    <message>
+        <source>Play</source>
+        <translation>播放</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
+    </message>
+</context>
+<context>
     <name>kvms_matrix::FloatingWt</name>
     <message>
         <source>playback</source>
@@ -298,6 +467,69 @@
     <message>
         <source>The two passwords differ or are empty.</source>
         <translation>两次输入的密码不一致或为空。</translation>
+    </message>
+</context>
+<context>
+    <name>kvms_matrix::LoopSettingsDlg</name>
+    <message>
+        <source>Edit Loop</source>
+        <translation>编辑轮巡</translation>
+    </message>
+    <message>
+        <source>New Loop</source>
+        <translation>新建轮巡</translation>
+    </message>
+    <message>
+        <source> s</source>
+        <translation> 秒</translation>
+    </message>
+    <message>
+        <source>Add &gt;</source>
+        <translation>添加 &gt;</translation>
+    </message>
+    <message>
+        <source>&lt; Remove</source>
+        <translation>&lt; 移除</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>名称</translation>
+    </message>
+    <message>
+        <source>Dwell time</source>
+        <translation>停留时间</translation>
+    </message>
+    <message>
+        <source>Sources</source>
+        <translation>视频源</translation>
+    </message>
+    <message>
+        <source>Shown in turn (drag to order)</source>
+        <translation>轮巡顺序（拖动排序）</translation>
+    </message>
+    <message>
+        <source>A loop shows at most %1 sources.</source>
+        <translation>一个轮巡最多包含 %1 个视频源。</translation>
+    </message>
+    <message>
+        <source>The loop name cannot be empty or all spaces.</source>
+        <translation>轮巡名称不能为空或全为空格。</translation>
+    </message>
+    <message>
+        <source>Loop name is repeat,please input again.</source>
+        <translation>轮巡名称重复，请重新输入。</translation>
+    </message>
+    <message>
+        <source>Choose at least one source to show in turn.</source>
+        <translation>请至少选择一个轮巡视频源。</translation>
     </message>
 </context>
 <context>
@@ -419,6 +651,201 @@
         <source>Video sound control failed!</source>
         <translation>视频声音控制失败！</translation>
     </message>
+    <message>
+        <source>Fold the list</source>
+        <translation>折叠列表</translation>
+    </message>
+    <message>
+        <source>Save the wall as a new scene</source>
+        <translation>将电视墙保存为新场景</translation>
+    </message>
+    <message>
+        <source>New loop</source>
+        <translation>新建轮巡</translation>
+    </message>
+    <message>
+        <source>Hide the scene and loop lists</source>
+        <translation>隐藏场景和轮巡列表</translation>
+    </message>
+    <message>
+        <source>Show the scene and loop lists</source>
+        <translation>显示场景和轮巡列表</translation>
+    </message>
+    <message>
+        <source>The upper limit of the scene has been reached.</source>
+        <translation>场景数量已达上限。</translation>
+    </message>
+    <message>
+        <source>Scene %1</source>
+        <translation>场景%1</translation>
+    </message>
+    <message>
+        <source>Save scene failed(%1).</source>
+        <translation>保存场景失败(%1)。</translation>
+    </message>
+    <message>
+        <source>Restore scene failed(%1).</source>
+        <translation>恢复场景失败(%1)。</translation>
+    </message>
+    <message>
+        <source>The scene name cannot be empty or all spaces.</source>
+        <translation>场景名称不能为空或全为空格。</translation>
+    </message>
+    <message>
+        <source>Scene name is repeat,please input again.</source>
+        <translation>场景名称重复，请重新输入。</translation>
+    </message>
+    <message>
+        <source>Rename scene failed(%1).</source>
+        <translation>重命名场景失败(%1)。</translation>
+    </message>
+    <message>
+        <source>Delete scene</source>
+        <translation>删除场景</translation>
+    </message>
+    <message>
+        <source>Are you sure you want to delete scene:%1?</source>
+        <translation>确定要删除场景：%1 吗？</translation>
+    </message>
+    <message>
+        <source>Delete scene failed(%1).</source>
+        <translation>删除场景失败(%1)。</translation>
+    </message>
+    <message>
+        <source>please select window</source>
+        <translation>请选择窗口</translation>
+    </message>
+    <message>
+        <source>Save loop %1 failed(%2).</source>
+        <translation>保存轮巡 %1 失败(%2)。</translation>
+    </message>
+    <message>
+        <source>Delete loop</source>
+        <translation>删除轮巡</translation>
+    </message>
+    <message>
+        <source>Are you sure you want to delete loop:%1?</source>
+        <translation>确定要删除轮巡：%1 吗？</translation>
+    </message>
+    <message>
+        <source>Delete loop failed(%1).</source>
+        <translation>删除轮巡失败(%1)。</translation>
+    </message>
+    <message>
+        <source>The loop name cannot be empty or all spaces.</source>
+        <translation>轮巡名称不能为空或全为空格。</translation>
+    </message>
+    <message>
+        <source>Please add this background image after the background image was added last time.</source>
+        <translation>请在上一张背景图片添加完成后再添加此背景图片。</translation>
+    </message>
+    <message>
+        <source>Select Image Files</source>
+        <translation>选择图片文件</translation>
+    </message>
+    <message>
+        <source>Images (*.jpg)</source>
+        <translation>图片 (*.jpg)</translation>
+    </message>
+    <message>
+        <source>file name max len is 89!</source>
+        <translation>文件名最长为89个字符！</translation>
+    </message>
+    <message>
+        <source>The picture is not a JPEG image: %1</source>
+        <translation>该图片不是 JPEG 图像：%1</translation>
+    </message>
+    <message>
+        <source>Projection screen failed(%1).</source>
+        <translation>投屏失败(%1)。</translation>
+    </message>
+    <message>
+        <source>device %1 create stream source failed(over max channel number or other error).</source>
+        <translation>设备 %1 创建流媒体源失败（超过最大通道数或其他错误）。</translation>
+    </message>
+    <message>
+        <source>device %1 set stream source failed(%2).</source>
+        <translation>设备 %1 设置流媒体源失败(%2)。</translation>
+    </message>
+    <message>
+        <source>The loop %1 is no longer on the decoder.</source>
+        <translation>轮巡 %1 已不在解码器上。</translation>
+    </message>
+    <message>
+        <source>Start loop failed(%1).</source>
+        <translation>启动轮巡失败(%1)。</translation>
+    </message>
+    <message>
+        <source>Banner</source>
+        <translation>横幅</translation>
+    </message>
+    <message>
+        <source>Put a scrolling banner on the wall</source>
+        <translation>在电视墙上放置滚动横幅</translation>
+    </message>
+    <message>
+        <source>USB files</source>
+        <translation>USB 文件</translation>
+    </message>
+    <message>
+        <source>Play a video file of the decoder&apos;s USB storage in the selected window</source>
+        <translation>在选中的窗口中播放解码器 USB 存储中的视频文件</translation>
+    </message>
+    <message>
+        <source>Set banner failed(%1).</source>
+        <translation>设置横幅失败(%1)。</translation>
+    </message>
+    <message>
+        <source>Remove banner failed(%1).</source>
+        <translation>移除横幅失败(%1)。</translation>
+    </message>
+    <message>
+        <source>Video file fetch is empty!</source>
+        <translation>获取的视频文件为空！</translation>
+    </message>
+    <message>
+        <source>HDMI input</source>
+        <translation>HDMI 输入</translation>
+    </message>
+    <message>
+        <source>Show an HDMI input of the decoder in the selected window</source>
+        <translation>在选中的窗口中显示解码器的 HDMI 输入</translation>
+    </message>
+    <message>
+        <source>HDMI input %1</source>
+        <translation>HDMI 输入 %1</translation>
+    </message>
+    <message>
+        <source>Screen colour</source>
+        <translation>屏幕颜色</translation>
+    </message>
+    <message>
+        <source>Brightness, contrast, saturation and hue of the selected window&apos;s screen</source>
+        <translation>选中窗口所在屏幕的亮度、对比度、饱和度和色调</translation>
+    </message>
+    <message>
+        <source>Reading the screen colour failed.</source>
+        <translation>读取屏幕颜色失败。</translation>
+    </message>
+    <message>
+        <source>Set screen colour failed(%1).</source>
+        <translation>设置屏幕颜色失败(%1)。</translation>
+    </message>
+</context>
+<context>
+    <name>kvms_matrix::MatrixListItem</name>
+    <message>
+        <source>Rename</source>
+        <translation>重命名</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>编辑</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>删除</translation>
+    </message>
 </context>
 <context>
     <name>kvms_matrix::MatrixPanelWt</name>
@@ -504,6 +931,37 @@
     <message>
         <source>Changing the network settings failed(%1, %2).</source>
         <translation>修改网络设置失败(%1，%2)。</translation>
+    </message>
+</context>
+<context>
+    <name>kvms_matrix::ScreenColourDlg</name>
+    <message>
+        <source>Screen colour (row %1, column %2)</source>
+        <translation>屏幕颜色（第 %1 行，第 %2 列）</translation>
+    </message>
+    <message>
+        <source>Brightness</source>
+        <translation>亮度</translation>
+    </message>
+    <message>
+        <source>Contrast</source>
+        <translation>对比度</translation>
+    </message>
+    <message>
+        <source>Saturation</source>
+        <translation>饱和度</translation>
+    </message>
+    <message>
+        <source>Hue</source>
+        <translation>色调</translation>
+    </message>
+    <message>
+        <source>Apply</source>
+        <translation>应用</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
     </message>
 </context>
 <context>

@@ -25,6 +25,7 @@ ControlMatrixWt::ControlMatrixWt(QWidget* parent)
     qRegisterMetaType<MatrixWindowInfo>("MatrixWindowInfo");
     setObjectName(QStringLiteral("controlMatrixWt"));
     setAcceptDrops(true);
+    setFocusPolicy(Qt::ClickFocus);
     setAttribute(Qt::WA_OpaquePaintEvent);
     setMinimumSize(64, 36);
     m_bannerWt->hide();

@@ -9,10 +9,15 @@
 #include <QString>
 #include <QWidget>
 
+class QAction;
+class QMenu;
+
 class QPainter;
+class QRubberBand;
 
 namespace kvms_matrix {
 
+class CanvasMenu;
 class FloatingWt;
 class MatrixBannerWt;
 class MatrixPanelWt;
@@ -57,6 +62,14 @@ public:
     bool isBannerSet() const { return m_bannerSet; }
     QWidget* bannerWidget() const;
     FloatingWt* floatingWt(int windowId) const;
+    CanvasMenu* contextMenu() const { return m_menu; }
+    // Builds the menu for the window under a point and makes it the menu's target; null when
+    // nothing lies there. contextMenuEvent pops it up.
+    QMenu* prepareMenuAt(const QPoint& pos);
+    // The spliced window that would cover the cells a canvas rectangle touches; false (and a
+    // reason) when they are not free cells making a rectangle of two or more.
+    bool joinWindowFor(const QRect& canvasRect, MatrixWindowInfo* out, QString* reason) const;
+    QRubberBand* rubberBand() const { return m_rubberBand; }
 
     // Which window and sub-window lie under a point of the canvas; floating windows first.
     bool hitTest(const QPoint& pos, int* windowId, int* subWindowId, int* windowType) const;
@@ -70,12 +83,16 @@ signals:
     void signalBannerConfig();
     void signalDelBanner();
     void signalWindowSelected(int windowId, int subWindowId, int windowType); // selection changed
+    void signalJoinWindows(MatrixWindowInfo windowInfo); // free cells to become one spliced window
 
 public slots:
     void slotFloatingWtMove();
     void slotFloatingSelected();
     void slotBannerWtMove();
     void slotDelBanner();
+    void slotMenuActionTriggered(QAction* action);
+    void slotSubMenuActionTriggered(QAction* action);
+    void slotJoinMenuActionTriggered(QAction* action);
 
 protected:
     void mousePressEvent(QMouseEvent* event) override;
@@ -89,6 +106,8 @@ protected:
     void dropEvent(QDropEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
     // Puts every floating window back at its record's rectangle.
     void placeFloatingWindows();
@@ -112,6 +131,10 @@ private:
     void deselectFloatingWindows(FloatingWt* except);
     int nextFloatingWindowId() const;
     void paintWindow(QPainter& painter, const MatrixWindowInfo& window);
+    void sendMenuCode(int subWindowId, int windowType, int code, int type);
+    void startJoinBand(const QPoint& pos, bool shift);
+    bool moveJoinBand(const QPoint& pos);
+    bool finishJoinBand(const QPoint& pos);
 
     QMap<int, MatrixWindowInfo> m_windows; // ordinary, by window id
     QMap<int, MatrixWindowInfo> m_splicedWindows; // by window id
@@ -127,6 +150,13 @@ private:
     MatrixBannerWt* m_bannerWt = nullptr;
     MatrixBannerInfo m_banner;
     bool m_bannerSet = false;
+    CanvasMenu* m_menu = nullptr;
+    int m_menuWindowId = -1; // the window the open menu acts on
+    int m_menuSubWindowId = -1;
+    int m_menuWindowType = 0;
+    QRubberBand* m_rubberBand = nullptr;
+    QPoint m_bandOrigin;
+    bool m_bandArmed = false; // a left press on a free cell may start a join
 };
 
 } // namespace kvms_matrix

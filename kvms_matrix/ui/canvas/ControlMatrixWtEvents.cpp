@@ -89,6 +89,9 @@ void ControlMatrixWt::deselectFloatingWindows(FloatingWt* except)
 void ControlMatrixWt::mousePressEvent(QMouseEvent* event)
 {
     deselectFloatingWindows(nullptr);
+    setFocus(Qt::MouseFocusReason);
+    if (event->button() == Qt::LeftButton)
+        startJoinBand(event->pos(), event->modifiers() & Qt::ShiftModifier);
     int windowId = -1, subWindowId = -1, windowType = 0;
     if (hitTest(event->pos(), &windowId, &subWindowId, &windowType))
         selectWindow(windowId, subWindowId, windowType);
@@ -97,6 +100,10 @@ void ControlMatrixWt::mousePressEvent(QMouseEvent* event)
 
 void ControlMatrixWt::mouseReleaseEvent(QMouseEvent* event)
 {
+    if (event->button() == Qt::LeftButton && finishJoinBand(event->pos())) {
+        event->accept();
+        return;
+    }
     QWidget::mouseReleaseEvent(event);
 }
 
@@ -107,6 +114,10 @@ void ControlMatrixWt::mouseDoubleClickEvent(QMouseEvent* event)
 
 void ControlMatrixWt::mouseMoveEvent(QMouseEvent* event)
 {
+    if ((event->buttons() & Qt::LeftButton) && moveJoinBand(event->pos())) {
+        event->accept();
+        return;
+    }
     QWidget::mouseMoveEvent(event);
 }
 

@@ -81,17 +81,8 @@ void MatrixForm::buildLayout()
     centreLayout->addWidget(m_tip);
     centreLayout->addWidget(m_canvas, 1);
 
-    m_sceneList = new QListWidget(this);
-    m_loopList = new QListWidget(this);
-    for (QListWidget* list : { m_sceneList, m_loopList })
-        list->setStyleSheet(QStringLiteral("QListWidget{border:0px;} QListWidget::item{min-height:26px;}"));
     auto* side = new QWidget(this);
-    auto* sideLayout = new QVBoxLayout(side);
-    sideLayout->setContentsMargins(0, 0, 0, 0);
-    sideLayout->addWidget(new QLabel(tr("Scenes"), side));
-    sideLayout->addWidget(m_sceneList, 1);
-    sideLayout->addWidget(new QLabel(tr("Loops"), side));
-    sideLayout->addWidget(m_loopList, 1);
+    buildLists(side);
 
     auto* split = new QSplitter(Qt::Horizontal, this);
     split->addWidget(m_sources);
@@ -122,6 +113,7 @@ void MatrixForm::buildLayout()
     MatrixSignals* hub = KCOMMON::KSingleton<MatrixSignals>::instance();
     connect(hub, &MatrixSignals::signalRefreshTvWall, this, &MatrixForm::slotRefreshTvWall);
     connect(hub, &MatrixSignals::signalRightMemuClicked, this, &MatrixForm::slotRightMemuClicked);
+    connectActions();
 }
 
 void MatrixForm::connectWorker()

@@ -2,6 +2,7 @@
 
 #include "CSharedHandle.h"
 #include "MatrixInfo.h"
+#include "MatrixBannerInfo.h"
 #include "MatrixLoopInfo.h"
 #include "MatrixPageState.h"
 #include "MatrixSceneInfo.h"
@@ -11,6 +12,7 @@
 
 #include <QMap>
 #include <QSharedPointer>
+#include <QStringList>
 
 class QLabel;
 class QListWidget;
@@ -51,6 +53,15 @@ public:
     QPushButton* roamingButton() const { return m_roamingBtn; }
     QPushButton* configButton() const { return m_configBtn; }
     QPushButton* loginButton() const { return m_loginBtn; }
+    QPushButton* sceneAddButton() const { return m_sceneAddBtn; }
+    QPushButton* loopAddButton() const { return m_loopAddBtn; }
+    QPushButton* hideSideButton() const { return m_hideSideBtn; }
+    QPushButton* bannerButton() const { return m_bannerBtn; }
+    QPushButton* devFileButton() const { return m_devFileBtn; }
+    QPushButton* hdmiButton() const { return m_hdmiBtn; }
+    QPushButton* colourButton() const { return m_colourBtn; }
+    QWidget* sidePane() const { return m_side; }
+    QList<MatrixLoopInfo> loops() const { return m_loops; }
 
 public slots:
     void slotConnectMatrixResult(QSharedPointer<CSharedHandle> mHandle, int result, int type, void* pUser);
@@ -72,6 +83,46 @@ public slots:
     void slotVideoPanelDropEvent(int windowId, int subWindowId, int windowType);
     void slotRightMemuClicked(int windowId, int subWindowId, int windowType, int operatetype, int type);
     void slotSetAudioOutputEnableResult(int result);
+    // Context actions and drops (MatrixFormActions.cpp).
+    void slotLoopListDropEvent(int windowId, int subWindowId, int windowType, int id);
+    void slotJoinWindows(MatrixWindowInfo windowInfo);
+    // Binds a background picture after the file choice; refuses long names, non-JPEG files and
+    // a picture sent while the previous one is not confirmed.
+    void setBackgroundPicture(int windowId, int subWindowId, int windowType, const QString& path);
+    // Scene and loop lists (MatrixFormLists.cpp).
+    void slotSceneItemClicked(QWidget* item);
+    void slotSceneItemDoubleClicked(QWidget* item);
+    void slotSceneEditItemName(QWidget* item, QString oldName, QString newName);
+    void slotSceneDeleteItem(QWidget* item);
+    void slotSceneNameEmpty(QWidget* item);
+    void slotLoopItemClicked(QWidget* item);
+    void slotLoopItemDoubleClicked(QWidget* item);
+    void slotLoopEditItemClicked(QWidget* item, QStringList idList);
+    void slotLoopDeleteItem(QWidget* item);
+    void slotLoopNameEmpty(QWidget* item);
+    void slotSceneAddBtnClicked();
+    void slotLoopAddBtnClicked();
+    void slotSceneArrowBtnClicked(bool checked);
+    void slotLoopArrowBtnClicked(bool checked);
+    void slotHideWtBtClicked(bool checked);
+    void slotSaveSceneResult(int result, int sceneId, QString sceneName, void* item);
+    void slotRestoreSceneResult(int result);
+    void slotRemoveSceneResult(int result);
+    void slotModifySceneResult(int result, int sceneId);
+    void slotSetLoopInfoResult(int result, MatrixLoopInfo loop);
+    void slotRestoreLoopInfoResult(int result, int loopId, int windowId, int subWindowId);
+    void slotRestoreLoopInfoResult(int result, int loopId, int windowId, QList<MatrixSubWindowInfo> subWindowInfoList);
+    void slotRemoveLoopInfoResult(int result, int loopId);
+    // Banner and decoder files (MatrixFormBanner.cpp).
+    void slotBannerBtnClicked();
+    void slotSetBanner(int x, int y, int width, int height);
+    void slotDelBanner();
+    void slotSetBannerResult(int result, MatrixBannerInfo banner);
+    void slotRemoveBannerResult(int result);
+    void slotDevFileBtnClicked();
+    void slotGetDevPlayFileResult(QList<DevPlayFile_t> files, int windowId, int subWindowId, int windowType);
+    void slotHdmiInputChosen(int input); // plays an HDMI input (0-based) in the selected window
+    void slotScreenColourBtnClicked();
     void slotRoamingBtnClicked();
     void slotConfigBtnClicked();
     void slotLoginBtnClicked();
@@ -93,6 +144,18 @@ private:
     bool layOutEmptyWall(const QList<MatrixWindowInfo>& windows);
     // The shown wall's connection; tells the operator and returns null when there is none.
     QSharedPointer<CSharedHandle> requireHandle();
+    void connectActions(); // MatrixFormActions.cpp
+    void buildLists(QWidget* side); // MatrixFormLists.cpp: the side pane's lists and buttons
+    void bindSource(int windowId, int subWindowId, int windowType, const MatrixDeviceInfo& source, bool picture);
+    void chooseBackground(int windowId, int subWindowId, int windowType);
+    void setStreamOf(int windowId, int subWindowId, int windowType, int stream);
+    void startLoop(const MatrixLoopInfo& loop, int windowId, int windowType);
+    void openLoopDialog(const MatrixLoopInfo& loop, bool editing);
+    void addSceneItem(int sceneId, const QString& name, bool renameNow);
+    void addLoopItem(const MatrixLoopInfo& loop);
+    bool sceneNameTaken(const QString& name, QWidget* except) const;
+    void renameSelectedScene();
+    void buildExtras(); // MatrixFormBanner.cpp: the banner and file buttons
 
     MatrixSdkWorker* m_worker = nullptr;
     MatrixPageState m_state;
@@ -114,6 +177,16 @@ private:
     QPushButton* m_refreshBtn = nullptr;
     QPushButton* m_configBtn = nullptr;
     QPushButton* m_loginBtn = nullptr;
+    QPushButton* m_sceneAddBtn = nullptr;
+    QPushButton* m_loopAddBtn = nullptr;
+    QPushButton* m_hideSideBtn = nullptr;
+    QWidget* m_side = nullptr;
+    QPushButton* m_bannerBtn = nullptr;
+    QPushButton* m_devFileBtn = nullptr;
+    QPushButton* m_hdmiBtn = nullptr;
+    QPushButton* m_colourBtn = nullptr;
+    QList<MatrixLoopInfo> m_loops; // the wall's loops as last read, in the decoder's order
+    bool m_picturePending = false; // a background picture sent and not yet confirmed
 };
 
 } // namespace kvms_matrix

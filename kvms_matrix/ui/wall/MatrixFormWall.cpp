@@ -15,9 +15,6 @@ namespace kvms_matrix {
 
 namespace {
 
-// Most list entries shown; a decoder may answer with anything.
-constexpr int kMaxListed = 1024;
-
 // The sub-window state the canvas shows for a source, by its device type.
 int sourceStateOf(int deviceType)
 {
@@ -84,24 +81,6 @@ void MatrixForm::slotSetLayoutResult(int result)
         setTip(tr("Setting up the TV wall failed(%1, %2).").arg(result).arg(MatrixSdkWorker::getErrorInfo(result)));
     else if (const QSharedPointer<CSharedHandle> handle = m_state.currentHandle())
         m_worker->getWindowInfo(handle);
-}
-
-void MatrixForm::slotGetSceneInfoResult(QList<MatrixSceneInfo> sceneInfoList)
-{
-    m_sceneList->clear();
-    for (const MatrixSceneInfo& scene : sceneInfoList.mid(0, kMaxListed)) {
-        auto* item = new QListWidgetItem(scene.sceneName, m_sceneList);
-        item->setData(Qt::UserRole, scene.sceneId);
-    }
-}
-
-void MatrixForm::slotGetLoopInfoResult(QList<MatrixLoopInfo> loopInfoList)
-{
-    m_loopList->clear();
-    for (const MatrixLoopInfo& loop : loopInfoList.mid(0, kMaxListed)) {
-        auto* item = new QListWidgetItem(loop.loopName, m_loopList);
-        item->setData(Qt::UserRole, loop.loopId);
-    }
 }
 
 void MatrixForm::slotRoamingBtnClicked()
@@ -186,7 +165,9 @@ void MatrixForm::slotVideoPanelDropEvent(int windowId, int subWindowId, int wind
     if (!handle || !m_canvas->windowInfo(windowId, windowType, &window))
         return;
     MatrixDeviceInfo source;
-    m_sources->currentSource(&source); // not a channel: an empty source id
+    // Not a channel: a camera source with an empty id is bound, as the decoder has always had it.
+    if (!m_sources->currentSource(&source))
+        source.deviceType = 1;
     bool found = false;
     for (MatrixSubWindowInfo& sub : window.subWindows) {
         if (sub.subWindowId == subWindowId || (windowType == 2 && !found)) {
@@ -197,58 +178,6 @@ void MatrixForm::slotVideoPanelDropEvent(int windowId, int subWindowId, int wind
     }
     if (found)
         m_worker->setWindowSignalSource(handle, window, subWindowId, false);
-}
-
-void MatrixForm::slotSetWindowSignalSourceResult(int result, MatrixWindowInfo windowInfo, int subWindowId, bool)
-{
-    if (result == 0) {
-        m_canvas->setWindowInfo(windowInfo);
-        return;
-    }
-    QString name;
-    for (const MatrixSubWindowInfo& sub : windowInfo.subWindows)
-        if (sub.subWindowId == subWindowId)
-            name = sub.device.deviceName;
-    setTip(tr("device %1 set signal source failed(%2).").arg(name).arg(result));
-}
-
-void MatrixForm::slotRightMemuClicked(int windowId, int subWindowId, int windowType, int operatetype, int type)
-{
-    // Context actions of the wall's windows; playback, capture, pictures and streams have
-    // flows of their own and are not handled here.
-    enum Code { Split = 0, Clear = 2, ClearSome = 3, ClearOthers = 4, Unjoin = 10, Remove = 11, Full = 12 };
-    enum AudioCode { AudioOff = 13, AudioOn = 14 };
-    if (!isVisible())
-        return; // another page of the module took the action
-    const QSharedPointer<CSharedHandle> handle = requireHandle();
-    if (!handle)
-        return;
-    switch (operatetype) {
-    case Split:
-        m_worker->setWindowSplit(handle, windowId, type);
-        break;
-    case Clear:
-    case ClearSome:
-    case ClearOthers:
-        m_worker->clearWindow(handle, windowId, subWindowId, windowType);
-        break;
-    case Unjoin:
-    case Remove: {
-        MatrixWindowInfo window;
-        if (m_canvas->windowInfo(windowId, windowType, &window))
-            m_worker->removeWindow(handle, window);
-        break;
-    }
-    case Full:
-        m_worker->setFullWindow(handle, windowId, subWindowId, type == 1);
-        break;
-    case AudioOff:
-    case AudioOn:
-        m_worker->setAudioOutputEnable(handle, windowId, subWindowId, windowType, operatetype == AudioOn);
-        break;
-    default:
-        break;
-    }
 }
 
 void MatrixForm::slotSetAudioOutputEnableResult(int result)

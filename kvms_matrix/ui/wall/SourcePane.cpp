@@ -120,9 +120,16 @@ bool SourcePane::currentSource(MatrixDeviceInfo* source) const
     *source = MatrixDeviceInfo();
     source->deviceType = 0;
     const bool devicesTab = m_tabs->currentIndex() == 0;
-    const QTreeWidgetItem* item = (devicesTab ? m_devices : m_streams)->currentItem();
+    return sourceOfItem((devicesTab ? m_devices : m_streams)->currentItem(), source);
+}
+
+bool SourcePane::sourceOfItem(const QTreeWidgetItem* item, MatrixDeviceInfo* source) const
+{
+    *source = MatrixDeviceInfo();
+    source->deviceType = 0;
     if (!item || item->type() != kChannelItem)
         return false;
+    const bool devicesTab = item->treeWidget() == m_devices;
     source->deviceId = item->data(0, SourceIdRole).toString();
     source->deviceName = item->text(0);
     source->displayName = item->text(0);

@@ -31,6 +31,8 @@ public:
     // The current item of the current tab as a source; false (and an empty source id) when it
     // is not a channel or stream.
     bool currentSource(MatrixDeviceInfo* source) const;
+    // The source an item of either tree stands for; false when it is not a channel or stream.
+    bool sourceOfItem(const QTreeWidgetItem* item, MatrixDeviceInfo* source) const;
 
 public slots:
     void reload();

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <QObject>
+#include <QStringList>
+#include <QTemporaryDir>
+
+namespace kvms_matrix {
+class MatrixForm;
+}
+namespace vdec {
+class VirtualDecoder;
+}
+
+// The canvas's menu, keys and joins on a canvas given crafted windows (no decoder).
+class CanvasActionsTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+    void menuSendsTheCodeOfEachEntry_data();
+    void menuSendsTheCodeOfEachEntry();
+    void menuShowsEntriesByWindowKind();
+    void divisionLeavesFullDisplayFirst();
+    void keysClearAndLeaveFull();
+    void dragAcrossCellsJoinsThem_data();
+    void dragAcrossCellsJoinsThem();
+    void dropsReportTheTarget();
+};
+
+// The scene and loop rows.
+class ListItemTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void renameKeys_data();
+    void renameKeys();
+    void clickBesideTheFieldFinishesRenaming();
+    void loopRowAsksForItsDialogAndDragsItsId();
+};
+
+// The page against one virtual decoder: what the operator does ends on the decoder.
+class PageActionsTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void cleanupTestCase();
+    void init();
+    void dropsBindTheTreeItem_data();
+    void dropsBindTheTreeItem();
+    void divideAndShowFull();
+    void refusedCallsKeepTheDeliberateUpdates_data();
+    void refusedCallsKeepTheDeliberateUpdates();
+    void backgroundPictureRules_data();
+    void backgroundPictureRules();
+    void joinAndUnjoinCells();
+    void scenesSaveRenameAndRecall();
+    void sceneLimit();
+    void refusedSaveAndBindLoseNothing();
+    void loopMadeInTheDialogTurnsWhereDropped();
+    void bannerPutUpAndMoved();
+    void usbFilePlayedInTheSelectedWindow();
+    void hdmiInputAndScreenColour();
+
+private:
+    QTemporaryDir dir_;
+    QString previous_;
+    vdec::VirtualDecoder* decoder_ = nullptr;
+    kvms_matrix::MatrixForm* page_ = nullptr;
+};
+
+namespace actionstest {
+// Messages given to the operator since the last clear.
+QStringList messages();
+void clearMessages();
+} // namespace actionstest

@@ -1,0 +1,320 @@
+// The canvas's context menu, keys, joins and drops, on crafted windows.
+#include "ActionsTests.h"
+#include "TestMain.h"
+
+#include "CanvasMenu.h"
+#include "ControlMatrixWt.h"
+#include "MatrixSignals.h"
+
+#include "KSingleton.h"
+
+#include <QAction>
+#include <QMenu>
+#include <QMimeData>
+#include <QRubberBand>
+#include <QSignalSpy>
+
+using namespace kvms_matrix;
+
+namespace {
+
+constexpr int kHalf = 32768 / 2;
+
+MatrixWindowInfo window(int id, int type, int x, int y, int w, int h, int division, bool camera)
+{
+    MatrixWindowInfo win;
+    win.windowId = id;
+    win.windowType = type;
+    win.x = x;
+    win.y = y;
+    win.w = w;
+    win.h = h;
+    win.division = division;
+    for (int i = 0; i < division; ++i) {
+        MatrixSubWindowInfo sub;
+        sub.subWindowId = i + 1;
+        sub.subWindowIndex = i;
+        if (camera && i == 0) {
+            sub.device.deviceType = 1;
+            sub.device.deviceId = QStringLiteral("CAM0001&1");
+            sub.device.deviceName = QStringLiteral("Lobby");
+        }
+        win.subWindows.append(sub);
+    }
+    return win;
+}
+
+// A 2 x 2 wall: window 1 divided in 4 with a camera in its first sub-window, window 2 empty,
+// and the bottom row spliced into window 3 with a camera; or four free cells.
+void fill(ControlMatrixWt& canvas, bool spliced)
+{
+    QList<MatrixWindowInfo> windows { window(1, 0, 0, 0, kHalf, kHalf, 4, true),
+        window(2, 0, kHalf, 0, kHalf, kHalf, 1, false) };
+    if (spliced) {
+        MatrixWindowInfo joined = window(3, 1, 0, kHalf, 2 * kHalf, kHalf, 1, true);
+        joined.spanCols = 2;
+        joined.cells = { { 3, 0, 0 }, { 4, 0, 1 } };
+        windows.append(joined);
+    } else {
+        windows.append(window(3, 0, 0, kHalf, kHalf, kHalf, 1, false));
+        windows.append(window(4, 0, kHalf, kHalf, kHalf, kHalf, 1, false));
+    }
+    canvas.setWindowInfoList(windows, 2, 2);
+}
+
+// A point inside a window's first sub-window.
+QPoint pointIn(const ControlMatrixWt& canvas, int windowId, int windowType, int subWindowId = 1)
+{
+    const QWidget* panel = canvas.panel(ControlMatrixWt::panelKey(windowId, subWindowId, windowType));
+    return panel ? panel->geometry().center() : QPoint();
+}
+
+QMenu* openMenu(ControlMatrixWt& canvas, const QPoint& at)
+{
+    QContextMenuEvent event(QContextMenuEvent::Mouse, at, canvas.mapToGlobal(at));
+    QApplication::sendEvent(&canvas, &event);
+    for (QMenu* menu : { canvas.contextMenu()->menu(), canvas.contextMenu()->joinMenu() })
+        if (menu->isVisible())
+            return menu;
+    return nullptr;
+}
+
+QAction* entry(QMenu* menu, const QString& text)
+{
+    for (QAction* action : menu->actions())
+        if (action->isVisible() && action->text() == text)
+            return action;
+    return nullptr;
+}
+
+// Chooses an entry the way the operator does, through the division sub-menu if it is there.
+bool choose(QMenu* menu, const QString& text)
+{
+    QAction* action = entry(menu, text);
+    QMenu* sub = nullptr;
+    if (!action) {
+        for (QAction* a : menu->actions())
+            if (a->menu() && a->isVisible() && entry(a->menu(), text))
+                sub = a->menu(), action = a;
+        if (!sub)
+            return false;
+        QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());
+        if (!QTest::qWaitFor([sub] { return sub->isVisible(); }, 2000))
+            return false;
+        menu = sub;
+        action = entry(sub, text);
+    }
+    QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());
+    return true;
+}
+
+QList<int> args(const QList<QVariant>& signal)
+{
+    QList<int> out;
+    for (const QVariant& v : signal)
+        out.append(v.toInt());
+    return out;
+}
+
+} // namespace
+
+void CanvasActionsTest::init()
+{
+    actionstest::clearMessages();
+}
+
+void CanvasActionsTest::menuSendsTheCodeOfEachEntry_data()
+{
+    QTest::addColumn<int>("windowId");
+    QTest::addColumn<int>("windowType");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QList<int>>("sent"); // window, sub-window, window type, code, type
+    QTest::newRow("playback") << 1 << 0 << "playback" << QList<int> { 1, 1, 0, 1, 0 };
+    QTest::newRow("clear") << 1 << 0 << "window clear" << QList<int> { 1, 1, 0, 2, 0 };
+    QTest::newRow("full") << 1 << 0 << "fullScreen" << QList<int> { 1, 1, 0, 12, 1 };
+    QTest::newRow("division 1") << 1 << 0 << "1" << QList<int> { 1, -1, 0, 0, 1 };
+    QTest::newRow("division 25") << 1 << 0 << "25" << QList<int> { 1, -1, 0, 0, 25 };
+    QTest::newRow("grab screen") << 1 << 0 << "grab screen" << QList<int> { 1, 1, 0, 8, 0 };
+    QTest::newRow("background") << 1 << 0 << "set background" << QList<int> { 1, 1, 0, 9, 0 };
+    QTest::newRow("open voice") << 1 << 0 << "open voice" << QList<int> { 1, 1, 0, 14, 0 };
+    QTest::newRow("close voice") << 1 << 0 << "close voice" << QList<int> { 1, 1, 0, 13, 0 };
+    QTest::newRow("HD") << 1 << 0 << "HD" << QList<int> { 1, 1, 0, 15, 0 };
+    QTest::newRow("SD") << 1 << 0 << "SD" << QList<int> { 1, 1, 0, 16, 0 };
+    QTest::newRow("Auto") << 1 << 0 << "Auto" << QList<int> { 1, 1, 0, 17, 0 };
+    QTest::newRow("empty window background") << 2 << 0 << "set background" << QList<int> { 2, 1, 0, 9, 0 };
+    QTest::newRow("spliced unjoin") << 3 << 1 << "unjoin" << QList<int> { 3, 1, 1, 10, 0 };
+    QTest::newRow("spliced division") << 3 << 1 << "9" << QList<int> { 3, -1, 1, 0, 9 };
+    QTest::newRow("spliced clear") << 3 << 1 << "window clear" << QList<int> { 3, 1, 1, 2, 0 };
+    QTest::newRow("spliced SD") << 3 << 1 << "SD" << QList<int> { 3, 1, 1, 16, 0 };
+}
+
+void CanvasActionsTest::menuSendsTheCodeOfEachEntry()
+{
+    QFETCH(int, windowId);
+    QFETCH(int, windowType);
+    QFETCH(QString, text);
+    QFETCH(QList<int>, sent);
+    ControlMatrixWt canvas;
+    canvas.resize(800, 450);
+    canvas.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&canvas));
+    fill(canvas, true);
+    QSignalSpy spy(KCOMMON::KSingleton<MatrixSignals>::instance(), &MatrixSignals::signalRightMemuClicked);
+    QMenu* menu = openMenu(canvas, pointIn(canvas, windowId, windowType));
+    QVERIFY(menu);
+    QVERIFY(QTest::qWaitForWindowExposed(menu));
+    QVERIFY2(choose(menu, text), qPrintable(text));
+    QTRY_COMPARE_WITH_TIMEOUT(spy.count(), 1, 2000);
+    QCOMPARE(args(spy.first()), sent);
+}
+
+void CanvasActionsTest::menuShowsEntriesByWindowKind()
+{
+    ControlMatrixWt canvas;
+    canvas.resize(800, 450);
+    canvas.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&canvas));
+    fill(canvas, true);
+    const auto shown = [&](int windowId, int windowType) {
+        QMenu* menu = openMenu(canvas, pointIn(canvas, windowId, windowType));
+        QStringList texts;
+        for (QAction* a : menu ? menu->actions() : QList<QAction*>())
+            if (a->isVisible())
+                texts.append(a->text());
+        if (menu)
+            menu->hide();
+        return texts;
+    };
+    const QStringList empty = shown(2, 0);
+    for (const char* needsSource : { "window clear", "HD", "open voice", "playback", "unjoin", "fullScreen" })
+        QVERIFY2(!empty.contains(QLatin1String(needsSource)), needsSource);
+    QVERIFY(empty.contains(QStringLiteral("set background")));
+    const QStringList spliced = shown(3, 1);
+    QVERIFY(spliced.contains(QStringLiteral("unjoin")) && spliced.contains(QStringLiteral("16")));
+    QVERIFY(!shown(1, 0).contains(QStringLiteral("unjoin")));
+}
+
+void CanvasActionsTest::divisionLeavesFullDisplayFirst()
+{
+    ControlMatrixWt canvas;
+    canvas.resize(800, 450);
+    canvas.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&canvas));
+    fill(canvas, true);
+    canvas.toggleFullSubWindow(1, 3);
+    QSignalSpy spy(KCOMMON::KSingleton<MatrixSignals>::instance(), &MatrixSignals::signalRightMemuClicked);
+    QMenu* menu = openMenu(canvas, canvas.panel(ControlMatrixWt::panelKey(1, 3, 0))->geometry().center());
+    QVERIFY(menu);
+    QVERIFY(entry(menu, QStringLiteral("Exit fullScreen")));
+    QVERIFY(QTest::qWaitForWindowExposed(menu));
+    QVERIFY(choose(menu, QStringLiteral("9")));
+    QTRY_COMPARE_WITH_TIMEOUT(spy.count(), 2, 2000);
+    QCOMPARE(args(spy.at(0)), QList<int>({ 1, 3, 0, 12, 0 }));
+    QCOMPARE(args(spy.at(1)), QList<int>({ 1, -1, 0, 0, 9 }));
+}
+
+void CanvasActionsTest::keysClearAndLeaveFull()
+{
+    ControlMatrixWt canvas;
+    canvas.resize(800, 450);
+    canvas.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&canvas));
+    fill(canvas, true);
+    QSignalSpy spy(KCOMMON::KSingleton<MatrixSignals>::instance(), &MatrixSignals::signalRightMemuClicked);
+    QTest::keyClick(&canvas, Qt::Key_Delete);
+    QCOMPARE(spy.count(), 0);
+    QCOMPARE(actionstest::messages().value(0), ControlMatrixWt::tr("please select window"));
+
+    QTest::mouseClick(&canvas, Qt::LeftButton, {}, pointIn(canvas, 1, 0, 2));
+    QTest::keyClick(&canvas, Qt::Key_Escape); // nothing shown full: nothing sent
+    QTest::keyClick(&canvas, Qt::Key_Delete);
+    canvas.toggleFullSubWindow(1, 2);
+    QTest::keyClick(&canvas, Qt::Key_Escape);
+    QCOMPARE(spy.count(), 2);
+    QCOMPARE(args(spy.at(0)), QList<int>({ 1, 2, 0, 2, 0 }));
+    QCOMPARE(args(spy.at(1)), QList<int>({ 1, 2, 0, 12, 0 }));
+}
+
+void CanvasActionsTest::dragAcrossCellsJoinsThem_data()
+{
+    QTest::addColumn<int>("from");
+    QTest::addColumn<int>("to");
+    QTest::addColumn<bool>("shift");
+    QTest::addColumn<QList<int>>("cells"); // empty: refused
+    QTest::addColumn<QRect>("rect");
+    QTest::newRow("top row") << 1 << 2 << false << QList<int> { 1, 2 } << QRect(0, 0, 2 * kHalf, kHalf);
+    QTest::newRow("whole wall") << 1 << 4 << false << QList<int> { 1, 2, 3, 4 } << QRect(0, 0, 2 * kHalf, 2 * kHalf);
+    QTest::newRow("upwards") << 4 << 2 << false << QList<int> { 2, 4 } << QRect(kHalf, 0, kHalf, 2 * kHalf);
+    QTest::newRow("shift click") << 1 << 3 << true << QList<int> { 1, 3 } << QRect(0, 0, kHalf, 2 * kHalf);
+    QTest::newRow("inside one cell") << 2 << 2 << false << QList<int> {} << QRect();
+}
+
+void CanvasActionsTest::dragAcrossCellsJoinsThem()
+{
+    QFETCH(int, from);
+    QFETCH(int, to);
+    QFETCH(bool, shift);
+    QFETCH(QList<int>, cells);
+    QFETCH(QRect, rect);
+    ControlMatrixWt canvas;
+    canvas.resize(800, 450);
+    canvas.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&canvas));
+    fill(canvas, false);
+    QSignalSpy joined(&canvas, &ControlMatrixWt::signalJoinWindows);
+    const QPoint a = pointIn(canvas, from, 0);
+    QPoint b = pointIn(canvas, to, 0);
+    if (from == to)
+        b += QPoint(40, 20);
+    if (shift) {
+        QTest::mouseClick(&canvas, Qt::LeftButton, {}, a);
+        QTest::mouseClick(&canvas, Qt::LeftButton, Qt::ShiftModifier, b);
+    } else {
+        QTest::mousePress(&canvas, Qt::LeftButton, {}, a);
+        QMouseEvent move(QEvent::MouseMove, b, canvas.mapToGlobal(b), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&canvas, &move);
+        QVERIFY(canvas.rubberBand() && canvas.rubberBand()->isVisible());
+        QTest::mouseRelease(&canvas, Qt::LeftButton, {}, b);
+    }
+    if (cells.isEmpty()) {
+        QCOMPARE(joined.count(), 0);
+        QCOMPARE(actionstest::messages().size(), 1);
+        return;
+    }
+    QCOMPARE(joined.count(), 1);
+    const MatrixWindowInfo w = joined.first().first().value<MatrixWindowInfo>();
+    QList<int> ids;
+    for (const MatrixCellInfo& cell : w.cells)
+        ids.append(cell.cellId);
+    QCOMPARE(ids, cells);
+    QCOMPARE(w.windowType, 1);
+    QCOMPARE(w.windowId, cells.first());
+    QCOMPARE(QRect(w.x, w.y, w.w, w.h), rect);
+}
+
+void CanvasActionsTest::dropsReportTheTarget()
+{
+    ControlMatrixWt canvas;
+    canvas.resize(800, 450);
+    canvas.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&canvas));
+    fill(canvas, true);
+    QSignalSpy loops(&canvas, &ControlMatrixWt::signalLoopListDropEvent);
+    QSignalSpy sources(&canvas, &ControlMatrixWt::signalVideoPanelDropEvent);
+    const auto drop = [&](const char* format, const QByteArray& bytes, const QPoint& at) {
+        QMimeData data;
+        data.setData(QLatin1String(format), bytes);
+        // The drop goes to the widget that accepted the drag's entry.
+        QDragEnterEvent enter(at, Qt::MoveAction | Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&canvas, &enter);
+        QDropEvent event(at, Qt::MoveAction | Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&canvas, &event);
+    };
+    drop("matrixlistitem", "12", pointIn(canvas, 1, 0, 4));
+    drop("application/x-qabstractitemmodeldatalist", QByteArray(), pointIn(canvas, 3, 1));
+    drop("matrixlistitem", "twelve", pointIn(canvas, 2, 0)); // not an id: ignored
+    QCOMPARE(loops.count(), 1);
+    QCOMPARE(args(loops.first()), QList<int>({ 1, 4, 0, 12 }));
+    QCOMPARE(sources.count(), 1);
+    QCOMPARE(args(sources.first()), QList<int>({ 3, 1, 1 }));
+}

@@ -1,0 +1,83 @@
+// The scene and loop rows: renaming keys, the click beside the field, the loop row's drag.
+#include "ActionsTests.h"
+#include "TestMain.h"
+
+#include "MatrixListItem.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QPushButton>
+#include <QSignalSpy>
+
+using namespace kvms_matrix;
+
+void ListItemTest::renameKeys_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("key");
+    QTest::addColumn<bool>("empty"); // the empty name is reported at once
+    QTest::addColumn<bool>("finished"); // renaming ended with the new name
+    QTest::newRow("space in an emptied field") << "" << int(Qt::Key_Space) << true << false;
+    QTest::newRow("space in a blank field") << "   " << int(Qt::Key_Space) << true << false;
+    QTest::newRow("space after a name") << "Night" << int(Qt::Key_Space) << false << false;
+    QTest::newRow("letter in an emptied field") << "" << int(Qt::Key_A) << false << false;
+    QTest::newRow("return") << "Night shift" << int(Qt::Key_Return) << false << true;
+    QTest::newRow("keypad enter") << "Night shift" << int(Qt::Key_Enter) << false << true;
+}
+
+void ListItemTest::renameKeys()
+{
+    QFETCH(QString, text);
+    QFETCH(int, key);
+    QFETCH(bool, empty);
+    QFETCH(bool, finished);
+    MatrixListItem item(3, QStringLiteral("Day"), QStringLiteral(":/matrix_images/images/scene_n.png"), true);
+    item.resize(220, 28);
+    item.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&item));
+    QSignalSpy emptied(&item, &MatrixListItem::signalNameEmpty);
+    QSignalSpy renamed(&item, &MatrixListItem::signalEditItemName);
+    QTest::mouseClick(item.editButton(), Qt::LeftButton);
+    QVERIFY(item.nameEdit()->isVisible() && !item.nameLabel()->isVisible());
+    item.nameEdit()->setText(text);
+    QTest::keyClick(item.nameEdit(), Qt::Key(key));
+    QCOMPARE(emptied.count(), empty ? 1 : 0);
+    QCOMPARE(renamed.count(), finished ? 1 : 0);
+    QCOMPARE(item.nameEdit()->isVisible(), !finished);
+    if (finished)
+        QCOMPARE(renamed.first().mid(1), QList<QVariant>({ QStringLiteral("Day"), text }));
+}
+
+void ListItemTest::clickBesideTheFieldFinishesRenaming()
+{
+    MatrixListItem item(3, QStringLiteral("Day"), QStringLiteral(":/matrix_images/images/scene_n.png"), true);
+    item.resize(220, 28);
+    item.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&item));
+    QSignalSpy renamed(&item, &MatrixListItem::signalEditItemName);
+    item.beginRename();
+    item.nameEdit()->setText(QStringLiteral("Day 夜班 \"B\""));
+    QTest::mouseClick(&item, Qt::LeftButton, {}, QPoint(2, 14));
+    QCOMPARE(renamed.count(), 1);
+    QCOMPARE(renamed.first().at(2).toString(), QStringLiteral("Day 夜班 \"B\""));
+    QVERIFY(item.nameLabel()->isVisible());
+}
+
+void ListItemTest::loopRowAsksForItsDialogAndDragsItsId()
+{
+    MatrixListItem item(
+        12, QStringLiteral("Entrances"), QStringLiteral(":/matrix_images/images/matrix_tuining.png"), false);
+    item.setIdList({ QStringLiteral("CAM0001&1"), QStringLiteral("CAM0002&1") });
+    item.resize(220, 28);
+    item.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&item));
+    QSignalSpy edit(&item, &MatrixListItem::signalEditItemClicked);
+    QTest::mouseClick(item.editButton(), Qt::LeftButton);
+    QCOMPARE(edit.count(), 1);
+    QCOMPARE(edit.first().at(1).toStringList(), item.idList());
+    QVERIFY(!item.nameEdit()->isVisible());
+    const QScopedPointer<QMimeData> data(item.dragData());
+    QCOMPARE(data->formats(), QStringList { QStringLiteral("matrixlistitem") });
+    QCOMPARE(data->data(QStringLiteral("matrixlistitem")), QByteArray("12"));
+}
