@@ -150,8 +150,8 @@ void PageActionsTest::dropsBindTheTreeItem_data()
     QTest::addColumn<QString>("item");
     QTest::addColumn<QString>("bound");
     QTest::newRow("camera channel") << "Lobby"
-                                    << "CAM0001&1";
-    QTest::newRow("device, not a channel") << "Car park camera"
+                                    << "NVR0001&3";
+    QTest::newRow("device, not a channel") << "Recorder 1"
                                            << "";
 }
 
@@ -206,14 +206,14 @@ void PageActionsTest::refusedCallsKeepTheDeliberateUpdates()
     QTreeWidget* devices = page_->sourcePane()->deviceTree();
     devices->setCurrentItem(devices->findItems(QStringLiteral("Lobby"), Qt::MatchExactly | Qt::MatchRecursive).first());
     emit canvas->signalVideoPanelDropEvent(4, 1, 0);
-    QTRY_COMPARE_WITH_TIMEOUT(sourceOf(decoder_, 4, 1), QStringLiteral("CAM0001&1"), scaled(5000));
+    QTRY_COMPARE_WITH_TIMEOUT(sourceOf(decoder_, 4, 1), QStringLiteral("NVR0001&3"), scaled(5000));
     QTRY_VERIFY_WITH_TIMEOUT(canvas->panel(ControlMatrixWt::panelKey(4, 1, 0)), scaled(5000));
     const int fullBefore = canvas->fullSubWindowIndex(4, 0);
     decoder_->faults().failNext(Type(refused), CMATRIX_ERR_FAILED);
     emit hub()->signalRightMemuClicked(4, 1, 0, code, code == 12 ? 1 : code == 0 ? 4 : 0);
     QTRY_COMPARE_WITH_TIMEOUT(page_->tipText(), MatrixForm::tr(qPrintable(tip)), scaled(5000));
     // The decoder kept what it had.
-    QCOMPARE(sourceOf(decoder_, 4, 1), QStringLiteral("CAM0001&1"));
+    QCOMPARE(sourceOf(decoder_, 4, 1), QStringLiteral("NVR0001&3"));
     MatrixWindowInfo shown;
     QVERIFY(canvas->windowInfo(4, 0, &shown));
     if (code == 2) // the panel is emptied all the same
@@ -370,18 +370,18 @@ void PageActionsTest::refusedSaveAndBindLoseNothing()
     const QString kept = sourceOf(decoder_, 4, 1);
     QTreeWidget* devices = page_->sourcePane()->deviceTree();
     devices->setCurrentItem(
-        devices->findItems(QStringLiteral("Reception"), Qt::MatchExactly | Qt::MatchRecursive).first());
+        devices->findItems(QStringLiteral("Server Room"), Qt::MatchExactly | Qt::MatchRecursive).first());
     decoder_->faults().failNext(Type::WindowDeviceAdd, CMATRIX_ERR_FAILED);
     emit canvas->signalVideoPanelDropEvent(4, 1, 0);
     QTRY_COMPARE_WITH_TIMEOUT(page_->tipText(),
         MatrixForm::tr("device %1 set signal source failed(%2).")
-            .arg(QStringLiteral("Reception"))
+            .arg(QStringLiteral("Server Room"))
             .arg(CMATRIX_ERR_FAILED),
         scaled(5000));
     QCOMPARE(sourceOf(decoder_, 4, 1), kept);
     MatrixWindowInfo shown;
     QVERIFY(canvas->windowInfo(4, 0, &shown));
-    QVERIFY(shown.subWindows.value(0).device.deviceName != QLatin1String("Reception"));
+    QVERIFY(shown.subWindows.value(0).device.deviceName != QLatin1String("Server Room"));
 }
 
 void PageActionsTest::loopMadeInTheDialogTurnsWhereDropped()
