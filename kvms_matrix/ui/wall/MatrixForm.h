@@ -23,6 +23,7 @@ class ControlMatrixWt;
 class DecoderStatusStrip;
 class MatrixSdkWorker;
 class SourcePane;
+class CanvasMimic;
 
 // The TV wall page: sources on the left, the wall in the middle, scenes and loops on the right,
 // the decoders' link states at the bottom. The one place that turns the operator's intent into
@@ -51,6 +52,7 @@ public:
     QPushButton* roamingButton() const { return m_roamingBtn; }
     QPushButton* configButton() const { return m_configBtn; }
     QPushButton* loginButton() const { return m_loginBtn; }
+    CanvasMimic* mimic() const { return m_mimic; }
 
 public slots:
     void slotConnectMatrixResult(QSharedPointer<CSharedHandle> mHandle, int result, int type, void* pUser);
@@ -114,6 +116,7 @@ private:
     QPushButton* m_refreshBtn = nullptr;
     QPushButton* m_configBtn = nullptr;
     QPushButton* m_loginBtn = nullptr;
+    CanvasMimic* m_mimic = nullptr;
 };
 
 } // namespace kvms_matrix
