@@ -13,6 +13,8 @@ namespace kvms_matrix {
 namespace {
 
 constexpr int kRefreshMs = 1000;
+// A request unanswered this long is taken as lost, so that the mimic does not stall for good.
+constexpr qint64 kLostAfterMs = 15000;
 // The decoder refuses smaller or larger pictures.
 constexpr int kMinSide = 16;
 constexpr int kMaxWidth = 3840;
@@ -86,7 +88,7 @@ bool CanvasMimic::eventFilter(QObject* watched, QEvent* event)
 
 void CanvasMimic::tick()
 {
-    if (m_pending)
+    if (m_pending && !m_pendingSince.hasExpired(kLostAfterMs))
         return;
     const QSharedPointer<CSharedHandle> handle = m_currentHandle();
     if (!handle || !m_canvas->isVisible()) {
@@ -98,6 +100,7 @@ void CanvasMimic::tick()
         return;
     m_requested = size.boundedTo(QSize(kMaxWidth, kMaxHeight));
     m_pending = handle;
+    m_pendingSince.start();
     m_worker->getWallSnapshot(handle, m_requested.width(), m_requested.height());
 }
 

@@ -2,6 +2,7 @@
 
 #include "CSharedHandle.h"
 
+#include <QElapsedTimer>
 #include <QImage>
 #include <QObject>
 #include <QSharedPointer>
@@ -53,6 +54,7 @@ private:
     QTimer* m_timer;
     QSharedPointer<CSharedHandle> m_shown; // the wall whose pictures the panels hold
     QSharedPointer<CSharedHandle> m_pending; // the request in flight, if any
+    QElapsedTimer m_pendingSince;
     QSize m_requested;
 };
 
