@@ -171,6 +171,21 @@ void MatrixPanelWt::paintEvent(QPaintEvent*)
         painter.drawText(area.adjusted(6, 3, -4, -3), Qt::AlignTop | Qt::AlignLeft,
             QFontMetrics(captionFont).elidedText(m_caption, Qt::ElideRight, area.width() - 10));
     }
+    if (!m_picture.isNull()) {
+        // The picture's middle is where the wall writes why a source has no video: the name goes
+        // to a translucent strip along the bottom instead.
+        QFont stripFont = painter.font();
+        stripFont.setPixelSize(qBound(7, area.height() / 10, 12));
+        painter.setFont(stripFont);
+        const QFontMetrics stripMetrics(stripFont);
+        const QRect strip(0, area.height() - stripMetrics.height() - 2, area.width(), stripMetrics.height() + 2);
+        painter.fillRect(strip, QColor(14, 22, 36, 170));
+        painter.setPen(kTextColor);
+        const QString label = m_name.isEmpty() ? kindText(m_kind) : m_name;
+        painter.drawText(strip.adjusted(6, 0, -4, 0), Qt::AlignVCenter | Qt::AlignLeft,
+            stripMetrics.elidedText(label, Qt::ElideMiddle, strip.width() - 10));
+        return;
+    }
     QFont font = painter.font();
     const int pixelSize = qBound(7, qMin(area.height() / 5, area.width() / 8), 14);
     font.setPixelSize(pixelSize);

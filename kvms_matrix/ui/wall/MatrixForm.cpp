@@ -10,6 +10,7 @@
 #include "MatrixSignals.h"
 #include "SourcePane.h"
 #include "TvWallIni.h"
+#include "CanvasMimic.h"
 #include "WallConfigStore.h"
 
 #include "KSingleton.h"
@@ -50,9 +51,14 @@ MatrixForm::MatrixForm(QWidget* parent)
     setObjectName(QStringLiteral("matrixTvWallWt"));
     buildLayout();
     connectWorker();
+    m_mimic = new CanvasMimic(m_worker, m_canvas, [this] { return m_state.currentHandle(); }, this);
 }
 
-MatrixForm::~MatrixForm() = default;
+MatrixForm::~MatrixForm()
+{
+    // Before the canvas it watches goes.
+    delete m_mimic;
+}
 
 void MatrixForm::buildLayout()
 {
@@ -243,6 +249,7 @@ void MatrixForm::onWallConnected(const QSharedPointer<CSharedHandle>& handle)
     m_worker->getWindowInfo(handle);
     // The banner mirror is refreshed again when the wall has been read.
     m_canvas->setBannerInfo(m_worker->getBanner(handle));
+    m_mimic->sync();
 }
 
 void MatrixForm::slotDisconnectStatus(void*, QString ip)
@@ -253,6 +260,7 @@ void MatrixForm::slotDisconnectStatus(void*, QString ip)
     showLink(ip);
     if (ip == m_state.currentIp())
         setTip(tr("The connection to decoder %1 was lost.").arg(ip));
+    m_mimic->sync();
     scheduleReconnect(ip, delay);
 }
 

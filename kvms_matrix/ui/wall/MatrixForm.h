@@ -25,6 +25,7 @@ class ControlMatrixWt;
 class DecoderStatusStrip;
 class MatrixSdkWorker;
 class SourcePane;
+class CanvasMimic;
 
 // The TV wall page: sources on the left, the wall in the middle, scenes and loops on the right,
 // the decoders' link states at the bottom. The one place that turns the operator's intent into
@@ -62,6 +63,7 @@ public:
     QPushButton* colourButton() const { return m_colourBtn; }
     QWidget* sidePane() const { return m_side; }
     QList<MatrixLoopInfo> loops() const { return m_loops; }
+    CanvasMimic* mimic() const { return m_mimic; }
 
 public slots:
     void slotConnectMatrixResult(QSharedPointer<CSharedHandle> mHandle, int result, int type, void* pUser);
@@ -187,6 +189,7 @@ private:
     QPushButton* m_colourBtn = nullptr;
     QList<MatrixLoopInfo> m_loops; // the wall's loops as last read, in the decoder's order
     bool m_picturePending = false; // a background picture sent and not yet confirmed
+    CanvasMimic* m_mimic = nullptr;
 };
 
 } // namespace kvms_matrix
