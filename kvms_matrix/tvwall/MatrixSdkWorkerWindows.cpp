@@ -114,7 +114,15 @@ QList<MatrixWindowInfo> MatrixSdkWorker::getMatrixWindowInfo(QSharedPointer<CSha
         mirrorDecoderBanner(banner);
     }
 
-    const WallGeometry geometry(decoderRows, decoderCols);
+    MatrixCapacity_t capacity {};
+    CMatrix_GetCapacity(sdk, &capacity);
+    const WallGeometry geometry(decoderRows, decoderCols, capacity.maxRows, capacity.maxCols);
+    if (!geometry.asGiven())
+        SdkCallLog::line(QStringLiteral("{ funcName = getMatrixWindowInfo , grid = %1 x %2 , read as %3 x %4 }")
+                             .arg(decoderRows)
+                             .arg(decoderCols)
+                             .arg(geometry.rows())
+                             .arg(geometry.cols()));
     rows = geometry.rows();
     cols = geometry.cols();
 
@@ -126,8 +134,21 @@ QList<MatrixWindowInfo> MatrixSdkWorker::getMatrixWindowInfo(QSharedPointer<CSha
         return list;
     const DivisionTable divisions(sdk);
 
+    // Spliced windows cannot overlap, so together they cover at most the grid: cells past that
+    // are a decoder's error and are not kept.
+    int cellsLeft = geometry.rows() * geometry.cols();
     for (int i = 0; i < count; ++i) {
         MatrixWindowInfo window = geometry.windowOf(windows[i]);
+        if (window.cells.size() > cellsLeft) {
+            SdkCallLog::line(QStringLiteral("{ funcName = getMatrixWindowInfo , windowId = %1 , cells = %2 , "
+                                            "more than the grid holds }")
+                                 .arg(window.windowId)
+                                 .arg(window.cells.size()));
+            window.cells.clear();
+            window.spanRows = 1;
+            window.spanCols = 1;
+        }
+        cellsLeft -= window.cells.size();
         const bool floating = window.windowType == 2;
         if (!floating)
             window.division = divisions.of(window.windowId, 1);

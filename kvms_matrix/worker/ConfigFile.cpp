@@ -1,6 +1,7 @@
 #include "ConfigFile.h"
 
 #include <QFile>
+#include <QSaveFile>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -38,22 +39,23 @@ void ConfigFile::restoreMode(const QString& fileName, int mode)
 bool ConfigFile::readAll(const QString& fileName, QByteArray& content)
 {
     QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly))
+    if (!file.open(QIODevice::ReadOnly) || file.size() > kMaxFileBytes)
         return false;
-    content = file.readAll();
+    content = file.read(kMaxFileBytes);
     return true;
 }
 
 bool ConfigFile::replace(const QString& fileName, const QByteArray& content)
 {
-    createOwnerOnly(fileName);
-    QFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+    createOwnerOnly(fileName); // the new file takes the mode of the one it replaces
+    QSaveFile file(fileName);
+    if (!file.open(QIODevice::WriteOnly))
         return false;
-    file.write(content);
-    file.flush();
-    file.close();
-    return true;
+    if (file.write(content) != content.size()) {
+        file.cancelWriting();
+        return false;
+    }
+    return file.commit();
 }
 
 } // namespace kvms_matrix

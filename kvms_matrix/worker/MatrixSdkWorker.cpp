@@ -2,12 +2,15 @@
 #include "MatrixSdkWorker.h"
 
 #include "KovCapThread.h"
+#include "SdkCallLog.h"
 #include "SyncLocker.h"
 #include "TaskKeys.h"
 #include "UpdateContext.h"
 
 #include "KSingleton.h"
 #include "SystemMsg.h"
+
+#include <exception>
 
 namespace kvms_matrix {
 
@@ -174,8 +177,19 @@ void MatrixSdkWorker::dispatch(const WorkerTaskParam& task)
     if (observer && task.taskType != TaskKind::None)
         observer(task, context);
 
-    if (const TaskHandler handler = handlerOf(task.taskType))
+    const TaskHandler handler = handlerOf(task.taskType);
+    if (!handler)
+        return;
+    // A task that fails this way is lost, but the worker goes on with the next one: nothing a
+    // decoder sends may end the client.
+    try {
         (this->*handler)(task);
+    } catch (const std::exception& e) {
+        SdkCallLog::line(
+            QStringLiteral("{ taskType = %1 , failed = %2 }").arg(task.taskType).arg(QString::fromLocal8Bit(e.what())));
+    } catch (...) {
+        SdkCallLog::line(QStringLiteral("{ taskType = %1 , failed }").arg(task.taskType));
+    }
 }
 
 } // namespace kvms_matrix

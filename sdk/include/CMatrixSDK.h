@@ -291,6 +291,25 @@ typedef struct LogInfo_t {
 #define LOG_TYPE_ALARM 2
 #define LOG_TYPE_SYSTEM 3
 
+/* What a decoder can hold, as it declares at login. (48 bytes)
+ * The SDK refuses any list answer longer than these (CMATRIX_ERR_TOO_LARGE) before it
+ * keeps the list. A decoder that declares nothing, or more than CMATRIX_CAPACITY_CEILING
+ * gives, is held to the ceiling. */
+typedef struct MatrixCapacity_t {
+    int32_t maxCols;          /* 0: grid columns */
+    int32_t maxRows;          /* 4: grid rows */
+    int32_t maxWindows;       /* 8: windows at once, floating ones included */
+    int32_t maxDivision;      /* 12: sub-windows of one window */
+    int32_t maxScreens;       /* 16 */
+    int32_t maxScenes;        /* 20 */
+    int32_t maxSchemes;       /* 24 */
+    int32_t maxSchemeDevices; /* 28: sources of one scheme */
+    int32_t maxFiles;         /* 32: entries of the USB file list */
+    int32_t maxLogs;          /* 36: entries of one log answer */
+    int32_t maxDistributions; /* 40: media distributions at once */
+    int32_t reserved;         /* 44 */
+} MatrixCapacity_t;
+
 /* ------------------------------------------------------------------ */
 /* Handles and callbacks                                               */
 /* ------------------------------------------------------------------ */
@@ -317,6 +336,8 @@ CMATRIX_API int CMatrix_SetTime(CMHANDLE handle, int year, int month, int day, i
 CMATRIX_API int CMatrix_Disconnect(CMHANDLE handle);
 /* Per-call timeout for later requests on this handle (default 5000 ms). */
 CMATRIX_API int CMatrix_SetTimeout(CMHANDLE handle, int timeoutMs);
+/* What the connected decoder can hold (the ceilings while not connected). No round trip. */
+CMATRIX_API int CMatrix_GetCapacity(CMHANDLE handle, MatrixCapacity_t* capacity);
 CMATRIX_API int CMatrix_Free(CMHANDLE handle, void* list);
 CMATRIX_API int CMatrix_FreeLog(CMHANDLE handle, LogInfo_t* logs);
 
@@ -518,5 +539,7 @@ CMATRIX_CHECK_LAYOUT(ScreenResolution_t, 16);
 CMATRIX_CHECK_LAYOUT(HdmiStatus_t, 88);
 CMATRIX_CHECK_LAYOUT(UpdateStatus_t, 44);
 CMATRIX_CHECK_LAYOUT(LogInfo_t, 256);
+CMATRIX_CHECK_LAYOUT(MatrixCapacity_t, 48);
+CMATRIX_CHECK_OFFSET(MatrixCapacity_t, maxDistributions, 40);
 
 #endif /* CMATRIX_SDK_H */

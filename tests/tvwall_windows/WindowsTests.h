@@ -66,6 +66,11 @@ private slots:
     void pictureIsPushedToItsSubWindow();
     void desktopStartsTheCaptureForItsSubWindow();
 
+    // TestHostile.cpp
+    void extremeAnswers_data();
+    void extremeAnswers();
+    void hostileDecoderStaysBounded();
+
     // TestLayout.cpp
     void newLayoutStartsCleanAndReadsBack();
 };
