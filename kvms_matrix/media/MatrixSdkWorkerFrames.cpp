@@ -172,6 +172,52 @@ void MatrixSdkWorker::removeMdHandle(
     m_mdRegistry.erase(key); // even when the decoder refused: the handle is not used again
 }
 
+// Distributions started on a connection end with it: frames must not go to a dead handle, and
+// their channels are free again for the next connection.
+void MatrixSdkWorker::forgetDistributionsOf(void* connection)
+{
+    std::vector<void*> gone;
+    {
+        SyncLocker lock(&m_mdMutex);
+        for (auto it = m_mdRegistry.begin(); it != m_mdRegistry.end();) {
+            if (it->second.connection == connection) {
+                gone.push_back(it->second.mdHandle);
+                it = m_mdRegistry.erase(it);
+            } else {
+                ++it;
+            }
+        }
+    }
+    stopDistributions(gone);
+}
+
+// Distributions registered since `before` was taken: started for a binding that then failed.
+void MatrixSdkWorker::forgetDistributionsSince(const std::map<std::pair<int, int>, MediaDistributeEntry>& before)
+{
+    std::vector<void*> gone;
+    {
+        SyncLocker lock(&m_mdMutex);
+        for (auto it = m_mdRegistry.begin(); it != m_mdRegistry.end();) {
+            const auto old = before.find(it->first);
+            if (old == before.end() || old->second.mdHandle != it->second.mdHandle) {
+                gone.push_back(it->second.mdHandle);
+                it = m_mdRegistry.erase(it);
+            } else {
+                ++it;
+            }
+        }
+    }
+    stopDistributions(gone);
+}
+
+void MatrixSdkWorker::stopDistributions(const std::vector<void*>& mdHandles)
+{
+    for (void* mdHandle : mdHandles) {
+        const int ret = CMatrix_StopMediaDistribute(mdHandle); // outside the lock: it waits for the decoder
+        SdkCallLog::callAt("CMatrix_StopMediaDistribute", ret);
+    }
+}
+
 void MatrixSdkWorker::startCaptureThread(QSharedPointer<CSharedHandle> handle, int windowId, int channel)
 {
     m_capThread->setParams(std::move(handle), windowId, channel);

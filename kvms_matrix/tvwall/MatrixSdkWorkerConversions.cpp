@@ -107,7 +107,7 @@ DeviceInfo_t MatrixSdkWorker::convertDisplayDevice(
                 media ? QStringLiteral("0") : QStringLiteral("-1"), SdkCallLog::now(), timer.elapsed() });
     }
     if (media) {
-        addMdHandle(windowId, channel, MediaDistributeEntry { media, windowId, subWindowId, windowType });
+        addMdHandle(windowId, channel, MediaDistributeEntry { media, windowId, subWindowId, windowType, sdk });
         const QString address = SdkText::read(url, sizeof url);
         copyUrls(d, address, address);
         SdkText::copy(d.userName, sizeof d.userName, QStringLiteral("admin"));

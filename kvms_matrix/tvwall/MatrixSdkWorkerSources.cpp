@@ -155,6 +155,7 @@ void MatrixSdkWorker::doSetWindowSignalSource(const WorkerTaskParam& task)
         const CMHANDLE sdk = task.handle->handle();
         const QString usbPath = task.params.value(TaskKeys::kFilePath).toString();
         const int count = window.subWindows.size();
+        const auto distributedBefore = mdRegistry();
         std::vector<DeviceInfo_t> descriptors(static_cast<size_t>(count));
         for (int i = 0; i < count; ++i) {
             auto sub = std::find_if(window.subWindows.begin(), window.subWindows.end(),
@@ -172,6 +173,8 @@ void MatrixSdkWorker::doSetWindowSignalSource(const WorkerTaskParam& task)
         WallCallTimer timer;
         ret = CMatrix_WindowDeviceAdd(sdk, window.windowId, descriptors.data(), count, true);
         WallCallLog::timed("CMatrix_WindowDeviceAdd", sdk, ret, timer.elapsedMs());
+        if (ret != CMATRIX_OK)
+            forgetDistributionsSince(distributedBefore); // nothing will pull them
 
         auto target = std::find_if(window.subWindows.begin(), window.subWindows.end(),
             [subWindowId](const MatrixSubWindowInfo& s) { return s.subWindowId == subWindowId; });

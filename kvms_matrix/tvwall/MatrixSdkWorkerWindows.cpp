@@ -260,6 +260,7 @@ void MatrixSdkWorker::doClearWindow(const WorkerTaskParam& task)
         const int division = windowId >= 1 && windowId <= table.count() ? table.of(windowId, 0) : 0;
         QList<MatrixDeviceInfo> devices = addEmptyDevice(getDeviceInfo(task.handle, windowId), division);
         const QString usbPath = task.params.value(TaskKeys::kFilePath).toString();
+        const auto distributedBefore = mdRegistry();
         std::vector<DeviceInfo_t> descriptors;
         for (int i = 0; i < devices.size(); ++i) {
             const SourceConverter::Target target { windowId, i + 1, windowType };
@@ -270,6 +271,8 @@ void MatrixSdkWorker::doClearWindow(const WorkerTaskParam& task)
             descriptors.push_back(d);
         }
         ret = setSources(sdk, windowId, descriptors);
+        if (ret != CMATRIX_OK)
+            forgetDistributionsSince(distributedBefore);
     }
     emit signalClearWindowResult(ret, windowId, subWindowId, windowType);
 }

@@ -47,15 +47,21 @@ bool ConfigFile::readAll(const QString& fileName, QByteArray& content)
 
 bool ConfigFile::replace(const QString& fileName, const QByteArray& content)
 {
-    createOwnerOnly(fileName); // the new file takes the mode of the one it replaces
+    createOwnerOnly(fileName);
+    const int mode = modeOf(fileName); // the new file takes the mode of the one it replaces
     QSaveFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly))
+    // Unbuffered: a short write shows in write()'s result, whereas a buffered one would fail
+    // later, inside commit(), which renames the cut file over the old one all the same.
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
         return false;
     if (file.write(content) != content.size()) {
         file.cancelWriting();
         return false;
     }
-    return file.commit();
+    if (!file.commit())
+        return false;
+    restoreMode(fileName, mode);
+    return true;
 }
 
 } // namespace kvms_matrix

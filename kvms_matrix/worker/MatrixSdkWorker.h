@@ -33,6 +33,7 @@
 #include <map>
 #include <memory>
 #include <utility>
+#include <vector>
 
 namespace kvms_matrix {
 
@@ -325,6 +326,12 @@ private:
     bool takeTask(WorkerTaskParam& task);
     void dispatch(const WorkerTaskParam& task);
     static TaskHandler handlerOf(int kind);
+    // Media distributions: those of a connection that is gone, and those a failed binding started.
+    void forgetDistributionsOf(void* connection);
+    void forgetDistributionsSince(const std::map<std::pair<int, int>, MediaDistributeEntry>& before);
+    static void stopDistributions(const std::vector<void*>& mdHandles);
+    // The decoder's scenes, with the read's result in ret (0, or why the list could not be read).
+    QList<MatrixSceneInfo> readMatrixScenes(QSharedPointer<CSharedHandle> handle, int& ret);
 
     // connections
     void doConnectMatrix(const WorkerTaskParam& task);

@@ -156,6 +156,8 @@ void MatrixSdkWorker::doConnectMatrix(const WorkerTaskParam& task)
         registered = m_handleMap.value(ip);
     }
 
+    if (replaced && replaced != handle)
+        forgetDistributionsOf(replaced->handle());
     emit signalConnectMatrixResult(registered, ret, matrixType, task.userData);
     if (ret != CMATRIX_OK)
         emit signalConnectErrorMsg(ip, errorInfo, task.userData);
@@ -165,6 +167,7 @@ void MatrixSdkWorker::doDisconnectMatrix(const WorkerTaskParam& task)
 {
     if (!task.handle)
         return;
+    forgetDistributionsOf(task.handle->handle());
     const int ret = CMatrix_Disconnect(task.handle->handle());
     SdkCallLog::call("CMatrix_Disconnect", ret);
 

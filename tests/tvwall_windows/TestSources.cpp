@@ -188,3 +188,32 @@ void TvWallWindowsTest::desktopStartsTheCaptureForItsSubWindow()
     worker()->stopCaptureThread();
     QVERIFY(!worker()->captureThread()->isRunning());
 }
+
+void TvWallWindowsTest::distributionEndsWithItsBinding_data()
+{
+    QTest::addColumn<bool>("bindingRefused"); // else: bound, then the connection is closed
+    QTest::newRow("binding refused") << true;
+    QTest::newRow("connection closed") << false;
+}
+
+void TvWallWindowsTest::distributionEndsWithItsBinding()
+{
+    QFETCH(bool, bindingRefused);
+    const Handle h = wallOn(248, 1, 1);
+    QVERIFY(h);
+    MatrixWindowInfo window = windowInfo(1, 1);
+    MatrixDeviceInfo& pc = window.subWindows[0].device;
+    pc.deviceType = 2;
+    pc.deviceId = QStringLiteral("pc-8");
+    pc.channel = 0;
+    if (bindingRefused)
+        decoder_->faults().failNext(cmatrix::wire::MessageType::WindowDeviceAdd, CMATRIX_ERR_BUSY);
+    QCOMPARE(bind(h, window, 1), bindingRefused ? CMATRIX_ERR_BUSY : CMATRIX_OK);
+    if (!bindingRefused) {
+        QCOMPARE(worker()->mdRegistry().size(), size_t(1));
+        QVERIFY(settleWorker());
+    }
+    // Nothing pulls it any more: stopped on the decoder, and its channel is free again.
+    QVERIFY(worker()->mdRegistry().empty());
+    QTRY_VERIFY_WITH_TIMEOUT(decoder_->snapshot().distributions.empty(), scaled(5000));
+}

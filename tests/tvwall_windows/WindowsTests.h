@@ -65,6 +65,8 @@ private slots:
     void displayDeviceGetsADistribution();
     void pictureIsPushedToItsSubWindow();
     void desktopStartsTheCaptureForItsSubWindow();
+    void distributionEndsWithItsBinding_data();
+    void distributionEndsWithItsBinding();
 
     // TestHostile.cpp
     void extremeAnswers_data();
