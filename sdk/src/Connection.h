@@ -33,8 +33,11 @@ namespace cmatrix::sdk {
 class Connection : public std::enable_shared_from_this<Connection> {
 public:
     struct Timing {
-        std::chrono::milliseconds heartbeat { 1000 }; // sent after this long without sending anything
-        std::chrono::milliseconds silence { 4000 }; // the peer is gone after this long without a byte
+        // A hung decoder must be noticed within a second: a control call waiting on it holds up
+        // the whole worker (every other decoder's work), so silence ends it at 900 ms, with room
+        // for three heartbeats lost or late before that.
+        std::chrono::milliseconds heartbeat { 200 }; // sent after this long without sending anything
+        std::chrono::milliseconds silence { 900 }; // the peer is gone after this long without a byte
     };
 
     // Opens the TCP connection; the reader starts with start().
