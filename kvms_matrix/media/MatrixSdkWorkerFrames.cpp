@@ -8,6 +8,7 @@
 #include "KovCapThread.h"
 #include "SdkCallLog.h"
 #include "SyncLocker.h"
+#include "TaskKeys.h"
 
 #include <QFile>
 #include <QImage>
@@ -148,6 +149,20 @@ std::map<std::pair<int, int>, MediaDistributeEntry> MatrixSdkWorker::mdRegistry(
 void MatrixSdkWorker::removeMdHandle(
     QSharedPointer<CSharedHandle> handle, int windowId, int subWindowId, int windowType)
 {
+    // Stopping waits for the decoder: done on the worker thread, where the registry changes.
+    WorkerTaskParam task = makeTask(TaskKind::RemoveMdHandle, std::move(handle));
+    task.params.insert(TaskKeys::kWindowId, windowId);
+    task.params.insert(TaskKeys::kSubWindowId, subWindowId);
+    task.params.insert(TaskKeys::kWindowType, windowType);
+    queueTask(task);
+}
+
+void MatrixSdkWorker::doRemoveMdHandle(const WorkerTaskParam& task)
+{
+    const QSharedPointer<CSharedHandle>& handle = task.handle;
+    const int windowId = task.params.value(TaskKeys::kWindowId).toInt();
+    const int subWindowId = task.params.value(TaskKeys::kSubWindowId).toInt();
+    const int windowType = task.params.value(TaskKeys::kWindowType).toInt();
     if (!handle || !registeredHandles().values().contains(handle))
         return;
     bool found = false;

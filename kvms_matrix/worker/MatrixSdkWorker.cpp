@@ -177,7 +177,8 @@ void MatrixSdkWorker::dispatch(const WorkerTaskParam& task)
     if (observer && task.taskType != TaskKind::None)
         observer(task, context);
 
-    const TaskHandler handler = handlerOf(task.taskType);
+    const TaskHandler handler
+        = task.taskType == TaskKind::RemoveMdHandle ? &MatrixSdkWorker::doRemoveMdHandle : handlerOf(task.taskType);
     if (!handler)
         return;
     // A task that fails this way is lost, but the worker goes on with the next one: nothing a

@@ -326,6 +326,7 @@ private:
     bool takeTask(WorkerTaskParam& task);
     void dispatch(const WorkerTaskParam& task);
     static TaskHandler handlerOf(int kind);
+    void doRemoveMdHandle(const WorkerTaskParam& task);
     // Media distributions: those of a connection that is gone, and those a failed binding started.
     void forgetDistributionsOf(void* connection);
     void forgetDistributionsSince(const std::map<std::pair<int, int>, MediaDistributeEntry>& before);

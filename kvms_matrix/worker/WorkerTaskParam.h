@@ -61,7 +61,9 @@ enum : int {
     ActiveDecoder = 50,
     GetMatrixScreenColor = 51,
     SetMatrixScreenColor = 52,
-    Count = 53 // kinds run from 0 to Count - 1
+    Count = 53, // kinds run from 0 to Count - 1
+    // The worker's own work, queued behind the forms' tasks; run outside the table.
+    RemoveMdHandle = 1000,
 };
 } // namespace TaskKind
 

@@ -135,7 +135,7 @@ void TvWallWindowsTest::displayDeviceGetsADistribution()
     QCOMPARE(QString::fromUtf8(s.window(1)->sources.at(1).mainUrl), md.url);
 
     worker()->removeMdHandle(h, 1, 1, 0);
-    QVERIFY(worker()->mdRegistry().empty());
+    QTRY_VERIFY_WITH_TIMEOUT(worker()->mdRegistry().empty(), scaled(5000));
     QTRY_VERIFY_WITH_TIMEOUT(decoder_->snapshot().distributions.empty(), scaled(5000));
 }
 
