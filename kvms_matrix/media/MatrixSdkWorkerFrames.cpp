@@ -20,6 +20,8 @@ namespace kvms_matrix {
 
 namespace {
 
+constexpr int kCaptureSendTimeoutMs = 60;
+
 // A still picture: video block with codec 4 at one frame a second, an empty audio block.
 KavStreamInfo pictureStream(int width, int height)
 {
@@ -69,7 +71,13 @@ int MatrixSdkWorker::sendDeviceDisplayFrame(
     frame.size = uint32_t(jpeg.size());
     const std::vector<unsigned char> buffer = packFrame(KAV_TYPE_KEY, frame, pictureStream(width, height));
     CaptureStageClock::markCurrent(CaptureStageClock::Pack); // when called by the capture loop under a clock
-    return displayFrame(handle, windowId, channel, buffer);
+    if (buffer.empty())
+        return -1;
+    // A desktop picture that cannot be delivered at once is dropped: the next round brings a new
+    // one, and a round stays short whatever the decoder does, so stopping the capture never waits
+    // long on the network.
+    return CMatrix_DisplayFrameWithin(
+        handle->handle(), windowId, channel, buffer.data(), int(buffer.size()), kCaptureSendTimeoutMs);
 }
 
 int MatrixSdkWorker::sendDeviceDisplayFrame(

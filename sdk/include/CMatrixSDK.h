@@ -408,6 +408,10 @@ CMATRIX_API int CMatrix_SendMediaFrame(CMMDHANDLE media, const unsigned char* fr
 /* Shows one packed media frame in a window's sub-window (channel = sub-window number). */
 CMATRIX_API int CMatrix_DisplayFrame(CMHANDLE handle, int windowId, int channel, const unsigned char* frame,
                                      int length);
+/* As CMatrix_DisplayFrame, but gives up after timeoutMs (CMATRIX_ERR_TIMEOUT): the frame is dropped.
+ * For live pictures, where a late frame is worth nothing. */
+CMATRIX_API int CMatrix_DisplayFrameWithin(CMHANDLE handle, int windowId, int channel, const unsigned char* frame,
+                                           int length, int timeoutMs);
 
 /* ------------------------------------------------------------------ */
 /* Maintenance                                                         */

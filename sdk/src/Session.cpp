@@ -193,7 +193,7 @@ uint64_t Session::mediaGeneration() const
     return mediaGeneration_;
 }
 
-int Session::openMedia(uint64_t generation, std::shared_ptr<Connection>& out)
+int Session::openMedia(uint64_t generation, std::shared_ptr<Connection>& out, Clock::time_point until)
 {
     Credentials credentials;
     Connection::Timing timing;
@@ -210,7 +210,6 @@ int Session::openMedia(uint64_t generation, std::shared_ptr<Connection>& out)
         credentials = credentials_;
         timing = timing_;
     }
-    const Clock::time_point until = deadline();
     std::shared_ptr<Connection> connection;
     int rc = Connection::open(credentials.ip, credentials.port, until, timing, connection);
     if (rc != CMATRIX_OK)

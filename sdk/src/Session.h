@@ -55,7 +55,7 @@ public:
     uint64_t mediaGeneration() const;
     // Opens and logs in a media connection with the credentials of the last connect,
     // if the handle is still in that generation.
-    int openMedia(uint64_t generation, std::shared_ptr<Connection>& out);
+    int openMedia(uint64_t generation, std::shared_ptr<Connection>& out, Clock::time_point until);
     // The connection CMatrix_DisplayFrame sends on.
     MediaLink& displayLink() { return display_; }
 
