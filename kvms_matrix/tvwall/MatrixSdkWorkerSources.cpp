@@ -2,13 +2,12 @@
 // ones, and the decoder queries the display-device conversion relies on.
 #include "MatrixSdkWorker.h"
 
+#include "SdkArray.h"
 #include "SdkCallLog.h"
 #include "SourceConverter.h"
 #include "SourceRecords.h"
 #include "TaskKeys.h"
-#include "WallCallLog.h"
 #include "WallHandle.h"
-#include "WallSdkList.h"
 
 #include <algorithm>
 #include <cstring>
@@ -24,8 +23,8 @@ namespace {
 // gives none. Logged with the device list.
 std::vector<DeviceInfo_t> readSources(CMHANDLE sdk, int windowId)
 {
-    WallSdkList<DeviceInfo_t> list(sdk);
-    WallCallTimer timer;
+    SdkArray<DeviceInfo_t> list(sdk);
+    SdkCallLog::Timer timer;
     const int count = CMatrix_WindowDeviceGet(sdk, windowId, list.out());
     const QString elapsed = timer.elapsed();
     std::vector<DeviceInfo_t> sources;
@@ -35,7 +34,7 @@ std::vector<DeviceInfo_t> readSources(CMHANDLE sdk, int windowId)
     for (const DeviceInfo_t& d : sources)
         devices.append(SourceRecords::deviceOf(d));
     // Placeholders 3 and 4 are not in this template; the device list follows on its own line.
-    WallCallLog::write(WallCallLog::kDeviceGet,
+    SdkCallLog::write(SdkCallLog::kDeviceGet,
         { QStringLiteral("CMatrix_WindowDeviceGet"), SdkCallLog::pointer(sdk), QString(), QString(),
             QString::number(count), SdkCallLog::now(), elapsed, QString::number(windowId) });
     SdkCallLog::line(SourceRecords::listJson(windowId, devices));
@@ -47,10 +46,10 @@ std::vector<DeviceInfo_t> wallSources(CMHANDLE sdk)
 {
     std::vector<int> ids;
     {
-        WallSdkList<MatrixWindowStatus_t> windows(sdk);
-        WallCallTimer timer;
+        SdkArray<MatrixWindowStatus_t> windows(sdk);
+        SdkCallLog::Timer timer;
         const int count = CMatrix_WindowGet(sdk, windows.out());
-        WallCallLog::timed("CMatrix_WindowGet", sdk, count, timer.elapsedMs());
+        SdkCallLog::timed("CMatrix_WindowGet", sdk, count, timer.elapsedMs());
         for (int i = 0; i < count && windows.get(); ++i)
             ids.push_back(int(windows[i].window.id));
     }
@@ -67,7 +66,7 @@ std::vector<DeviceInfo_t> wallSources(CMHANDLE sdk)
 QList<MatrixDeviceInfo> MatrixSdkWorker::getDeviceInfo(QSharedPointer<CSharedHandle> handle, int windowId)
 {
     QList<MatrixDeviceInfo> devices;
-    if (!handle || !handle->handle())
+    if (!WallHandle::usable(*this, handle))
         return devices;
     for (const DeviceInfo_t& d : readSources(handle->handle(), windowId))
         devices.append(SourceRecords::deviceOf(d));
@@ -100,7 +99,7 @@ int MatrixSdkWorker::getOnlyChannelId(QSharedPointer<CSharedHandle> handle)
     std::set<int> used;
     for (const auto& entry : mdRegistry())
         used.insert(entry.first.second);
-    if (handle && handle->handle()) {
+    if (WallHandle::usable(*this, handle)) {
         for (const DeviceInfo_t& d : wallSources(handle->handle())) {
             if (d.protocol == SourceRecords::Local || d.protocol == SourceRecords::Distributed)
                 used.insert(d.channel);
@@ -116,7 +115,7 @@ int MatrixSdkWorker::getOnlyChannelId(QSharedPointer<CSharedHandle> handle)
 // through a distribution (protocol 7): only then is its stream address still good.
 bool MatrixSdkWorker::hasThisRecordDev(QSharedPointer<CSharedHandle> handle, const QString& deviceId)
 {
-    if (!handle || !handle->handle() || deviceId.isEmpty())
+    if (deviceId.isEmpty() || !WallHandle::usable(*this, handle))
         return false;
     const QByteArray id = SourceRecords::deviceIdBytes(deviceId);
     for (const DeviceInfo_t& d : wallSources(handle->handle())) {
@@ -170,23 +169,25 @@ void MatrixSdkWorker::doSetWindowSignalSource(const WorkerTaskParam& task)
             }
             descriptors[size_t(i)].subWindow = i + 1;
         }
-        WallCallTimer timer;
+        SdkCallLog::Timer timer;
         ret = CMatrix_WindowDeviceAdd(sdk, window.windowId, descriptors.data(), count, true);
-        WallCallLog::timed("CMatrix_WindowDeviceAdd", sdk, ret, timer.elapsedMs());
+        SdkCallLog::timed("CMatrix_WindowDeviceAdd", sdk, ret, timer.elapsedMs());
         if (ret != CMATRIX_OK)
             forgetDistributionsSince(distributedBefore); // nothing will pull them
 
         auto target = std::find_if(window.subWindows.begin(), window.subWindows.end(),
             [subWindowId](const MatrixSubWindowInfo& s) { return s.subWindowId == subWindowId; });
-        if (ret == CMATRIX_OK && target != window.subWindows.end()) {
+        if (target != window.subWindows.end()) {
             MatrixDeviceInfo& device = target->device;
+            // The picture goes whether or not the binding was taken: the sub-window may hold it
+            // from before, and a late picture does no harm.
             if (device.deviceType == 3) {
-                WallCallTimer frameTimer;
+                SdkCallLog::Timer frameTimer;
                 const int sent = sendDeviceDisplayFrame(task.handle, window.windowId, &device);
-                WallCallLog::write(WallCallLog::kDisplayFrame,
+                SdkCallLog::write(SdkCallLog::kDisplayFrame,
                     { QStringLiteral("sendDeviceDisplayFrame"), QString::number(window.windowId), device.mainUrl,
                         QString::number(sent), SdkCallLog::now(), frameTimer.elapsed() });
-            } else if (device.deviceType == 4) {
+            } else if (device.deviceType == 4 && ret == CMATRIX_OK) {
                 startCaptureThread(task.handle, window.windowId, device.channel);
             }
         }

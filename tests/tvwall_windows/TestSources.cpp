@@ -139,8 +139,16 @@ void TvWallWindowsTest::displayDeviceGetsADistribution()
     QTRY_VERIFY_WITH_TIMEOUT(decoder_->snapshot().distributions.empty(), scaled(5000));
 }
 
+void TvWallWindowsTest::pictureIsPushedToItsSubWindow_data()
+{
+    QTest::addColumn<int>("bound"); // what the decoder answers to the binding
+    QTest::newRow("bound") << CMATRIX_OK;
+    QTest::newRow("binding refused: pushed all the same") << CMATRIX_ERR_BUSY;
+}
+
 void TvWallWindowsTest::pictureIsPushedToItsSubWindow()
 {
+    QFETCH(int, bound);
     const Handle h = wallOn(243, 1, 1);
     QVERIFY(h);
     QCOMPARE(CMatrix_WindowSetDivision(*sdk_, 1, 4), CMATRIX_OK);
@@ -156,10 +164,12 @@ void TvWallWindowsTest::pictureIsPushedToItsSubWindow()
     picture.displayName = QStringLiteral("Sea");
     picture.mainUrl = path;
     picture.channel = 2; // frames go to the sub-window of this number
-    QCOMPARE(bind(h, window, 2), CMATRIX_OK);
+    if (bound != CMATRIX_OK)
+        decoder_->faults().failNext(cmatrix::wire::MessageType::WindowDeviceAdd, bound);
+    QCOMPARE(bind(h, window, 2), bound);
 
     const vdec::DecoderSnapshot s = decoder_->snapshot();
-    QCOMPARE(QByteArray(s.window(1)->sources.at(2).devId), QByteArray("pic_sea"));
+    QCOMPARE(s.window(1)->sources.count(2), size_t(bound == CMATRIX_OK ? 1 : 0));
     const vdec::SubWindowMedia* media = s.mediaOf(1, 2);
     QVERIFY(media);
     QCOMPARE(media->decoded, quint64(1));

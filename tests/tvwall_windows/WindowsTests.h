@@ -63,6 +63,7 @@ private slots:
     void sourceDescriptors_data();
     void sourceDescriptors();
     void displayDeviceGetsADistribution();
+    void pictureIsPushedToItsSubWindow_data();
     void pictureIsPushedToItsSubWindow();
     void desktopStartsTheCaptureForItsSubWindow();
     void distributionEndsWithItsBinding_data();
@@ -75,4 +76,6 @@ private slots:
 
     // TestLayout.cpp
     void newLayoutStartsCleanAndReadsBack();
+    void layoutWithinWhatTheDecoderHolds_data();
+    void layoutWithinWhatTheDecoderHolds();
 };
