@@ -9,6 +9,8 @@
 #include "TaskKeys.h"
 #include "WallHandle.h"
 
+#include <QThread>
+
 #include <algorithm>
 #include <cstring>
 #include <memory>
@@ -42,7 +44,7 @@ std::vector<DeviceInfo_t> readSources(CMHANDLE sdk, int windowId)
 }
 
 // Every source bound anywhere on the wall: CMatrix_WindowGet, then each window's sources.
-std::vector<DeviceInfo_t> wallSources(CMHANDLE sdk)
+std::vector<DeviceInfo_t> readWallSources(CMHANDLE sdk)
 {
     std::vector<int> ids;
     {
@@ -62,6 +64,23 @@ std::vector<DeviceInfo_t> wallSources(CMHANDLE sdk)
 }
 
 } // namespace
+
+// A task that converts several display devices asks the same of the wall for each: the wall is
+// read once per task (on the worker thread) and the answer kept until the task ends, as nothing
+// a conversion does changes what it reads (new distributions are in the registry, read afresh).
+// Other threads read the wall into `fresh` every time.
+const std::vector<DeviceInfo_t>& MatrixSdkWorker::wallSources(CMHANDLE sdk, std::vector<DeviceInfo_t>& fresh)
+{
+    if (QThread::currentThread() != this) {
+        fresh = readWallSources(sdk);
+        return fresh;
+    }
+    if (m_wallSourcesOf != sdk) {
+        m_wallSources = readWallSources(sdk);
+        m_wallSourcesOf = sdk;
+    }
+    return m_wallSources;
+}
 
 QList<MatrixDeviceInfo> MatrixSdkWorker::getDeviceInfo(QSharedPointer<CSharedHandle> handle, int windowId)
 {
@@ -100,7 +119,8 @@ int MatrixSdkWorker::getOnlyChannelId(QSharedPointer<CSharedHandle> handle)
     for (const auto& entry : mdRegistry())
         used.insert(entry.first.second);
     if (WallHandle::usable(*this, handle)) {
-        for (const DeviceInfo_t& d : wallSources(handle->handle())) {
+        std::vector<DeviceInfo_t> fresh;
+        for (const DeviceInfo_t& d : wallSources(handle->handle(), fresh)) {
             if (d.protocol == SourceRecords::Local || d.protocol == SourceRecords::Distributed)
                 used.insert(d.channel);
         }
@@ -118,7 +138,8 @@ bool MatrixSdkWorker::hasThisRecordDev(QSharedPointer<CSharedHandle> handle, con
     if (deviceId.isEmpty() || !WallHandle::usable(*this, handle))
         return false;
     const QByteArray id = SourceRecords::deviceIdBytes(deviceId);
-    for (const DeviceInfo_t& d : wallSources(handle->handle())) {
+    std::vector<DeviceInfo_t> fresh;
+    for (const DeviceInfo_t& d : wallSources(handle->handle(), fresh)) {
         if (d.protocol == SourceRecords::Distributed && strncmp(d.devId, id.constData(), sizeof d.devId) == 0)
             return true;
     }

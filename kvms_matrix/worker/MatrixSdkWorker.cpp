@@ -183,6 +183,7 @@ void MatrixSdkWorker::dispatch(const WorkerTaskParam& task)
         return;
     // A task that fails this way is lost, but the worker goes on with the next one: nothing a
     // decoder sends may end the client.
+    m_wallSourcesOf = nullptr; // what the last task read of the wall may have changed since
     try {
         (this->*handler)(task);
     } catch (const std::exception& e) {

@@ -327,6 +327,8 @@ private:
     void dispatch(const WorkerTaskParam& task);
     static TaskHandler handlerOf(int kind);
     void doRemoveMdHandle(const WorkerTaskParam& task);
+    // The sources bound on the whole wall, read once per task on the worker thread.
+    const std::vector<DeviceInfo_t>& wallSources(CMHANDLE sdk, std::vector<DeviceInfo_t>& fresh);
     // Media distributions: those of a connection that is gone, and those a failed binding started.
     void forgetDistributionsOf(void* connection);
     void forgetDistributionsSince(const std::map<std::pair<int, int>, MediaDistributeEntry>& before);
@@ -397,6 +399,9 @@ private:
     QList<WorkerTaskParam> m_taskList; // oldest first; guarded by m_taskMutex
     QMutex m_taskMutex; // the queue only, held just to append or remove one task
     std::atomic<int> m_pendingCount { 0 }; // size of m_taskList, for the unlocked emptiness test
+    // What wallSources() read during the current task, and for which connection (null: nothing).
+    std::vector<DeviceInfo_t> m_wallSources;
+    CMHANDLE m_wallSourcesOf = nullptr;
     bool m_leaving = false; // the loop has decided to end; guarded by m_taskMutex
     QSharedPointer<CSharedHandle> m_vmHandle; // latest successful login; guarded by m_registryMutex
     QMap<QString, QSharedPointer<CSharedHandle>> m_handleMap; // the registry, key the decoder IP

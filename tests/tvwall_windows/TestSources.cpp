@@ -227,3 +227,28 @@ void TvWallWindowsTest::distributionEndsWithItsBinding()
     QVERIFY(worker()->mdRegistry().empty());
     QTRY_VERIFY_WITH_TIMEOUT(decoder_->snapshot().distributions.empty(), scaled(5000));
 }
+
+// Display devices of one window ask the decoder what it holds: the wall is read once per binding,
+// not once per display device.
+void TvWallWindowsTest::bindingReadsTheWallOnce()
+{
+    const Handle h = wallOn(232, 2, 2);
+    QVERIFY(h);
+    QCOMPARE(CMatrix_WindowSetDivision(*sdk_, 1, 4), CMATRIX_OK);
+    MatrixWindowInfo window = windowInfo(1, 4);
+    std::vector<DeviceInfo_t> held;
+    for (int k = 0; k < 4; ++k) {
+        MatrixDeviceInfo& pc = window.subWindows[k].device;
+        pc.deviceType = 2;
+        pc.deviceId = QStringLiteral("pc-%1").arg(k + 1);
+        pc.channel = 10 + k;
+        DeviceInfo_t d = kvmstest::device(k + 1, qPrintable(pc.deviceId));
+        d.channel = pc.channel;
+        d.protocol = 7; // the decoder pulls it already
+        held.push_back(d);
+    }
+    QCOMPARE(CMatrix_WindowDeviceAdd(*sdk_, 1, held.data(), 4, true), CMATRIX_OK);
+    const int before = decoder_->journal().count(cmatrix::wire::MessageType::WindowDeviceGet);
+    QCOMPARE(bind(h, window, 1), CMATRIX_OK);
+    QCOMPARE(decoder_->journal().count(cmatrix::wire::MessageType::WindowDeviceGet) - before, 4); // one per window
+}

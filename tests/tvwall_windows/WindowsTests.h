@@ -68,6 +68,7 @@ private slots:
     void desktopStartsTheCaptureForItsSubWindow();
     void distributionEndsWithItsBinding_data();
     void distributionEndsWithItsBinding();
+    void bindingReadsTheWallOnce();
 
     // TestHostile.cpp
     void extremeAnswers_data();
