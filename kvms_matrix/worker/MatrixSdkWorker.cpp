@@ -73,6 +73,7 @@ void MatrixSdkWorker::registerMetaTypes()
 
 void MatrixSdkWorker::connectSignalsWithSlots()
 {
+    connect(this, &QThread::finished, this, &MatrixSdkWorker::restartAfterLeaving, Qt::QueuedConnection);
     connect(KCOMMON::KSingleton<SystemMsg>::instance(), &SystemMsg::signalQuitSystem, this,
         &MatrixSdkWorker::slotQuitSystem);
 }
@@ -114,23 +115,33 @@ bool MatrixSdkWorker::takeTask(WorkerTaskParam& task)
 
 void MatrixSdkWorker::startIfStopped()
 {
-    bool leaving = false;
     {
         SyncLocker lock(&m_taskMutex);
         m_running.store(true);
-        leaving = m_leaving;
-    }
-    // The loop may have decided to end just before the flag came back: let it finish, then
-    // start afresh, so that the task queued with this call is not stranded.
-    if (leaving)
-        wait();
-    if (!isRunning()) {
-        {
-            SyncLocker lock(&m_taskMutex);
-            m_leaving = false;
+        // The loop may have decided to end just before the flag came back. The caller does not
+        // wait for it: the thread starts afresh once it has finished (restartAfterLeaving), so the
+        // task queued with this call is not stranded.
+        if (m_leaving && !isFinished()) {
+            m_restartWhenFinished = true;
+            return;
         }
-        start(QThread::InheritPriority);
+        m_leaving = false;
     }
+    if (!isRunning())
+        start(QThread::InheritPriority);
+}
+
+void MatrixSdkWorker::restartAfterLeaving()
+{
+    {
+        SyncLocker lock(&m_taskMutex);
+        if (!m_restartWhenFinished)
+            return;
+        m_restartWhenFinished = false;
+        m_leaving = false;
+    }
+    wait(); // the thread has finished its run: this only collects it
+    start(QThread::InheritPriority);
 }
 
 void MatrixSdkWorker::finishPendingAndStop()

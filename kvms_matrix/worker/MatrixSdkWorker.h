@@ -319,6 +319,7 @@ private:
     void registerMetaTypes();
     void connectSignalsWithSlots();
     void startIfStopped();
+    void restartAfterLeaving();
     static WorkerTaskParam makeTask(int kind, QSharedPointer<CSharedHandle> handle = {});
     // A task about one sub-window: window and sub-window ids as keys, the window as a heap copy.
     static WorkerTaskParam makeWindowTask(
@@ -403,6 +404,7 @@ private:
     std::vector<DeviceInfo_t> m_wallSources;
     CMHANDLE m_wallSourcesOf = nullptr;
     bool m_leaving = false; // the loop has decided to end; guarded by m_taskMutex
+    bool m_restartWhenFinished = false; // a start came while it was ending; guarded by m_taskMutex
     QSharedPointer<CSharedHandle> m_vmHandle; // latest successful login; guarded by m_registryMutex
     QMap<QString, QSharedPointer<CSharedHandle>> m_handleMap; // the registry, key the decoder IP
     QMap<QString, MatrixInfo> m_connectedMatrixMap; // first record per IP

@@ -145,6 +145,10 @@ void TvWallScenesTest::restoreListAndRemove()
     // The list goes to the call log as JSON under the routine's name.
     QVERIFY(logText().contains(QStringLiteral(R"(funcName = getMatrixScenes , params { mHandle = )")));
     QVERIFY(logText().contains(QStringLiteral(R"( , ret = {"ret":[{"sceneId":1,"sceneName":"seven"}]}  , time = )")));
+    // The list goes back to the SDK logged, as every list of every topic does.
+    const QString handle = QStringLiteral("0x") + QString::number(quintptr(h->handle()), 16);
+    QVERIFY(logText().contains(
+        QStringLiteral("{ funcName = CMatrix_Free , params{ mHandle = %1 } , ret = 0 , ").arg(handle)));
 }
 
 void TvWallScenesTest::sceneNameIsCutToItsField()
