@@ -47,14 +47,14 @@ MatrixWindowInfo WallGeometry::windowOf(const MatrixWindowStatus_t& status) cons
     const MatrixWindow_t& record = status.window;
     MatrixWindowInfo info;
     info.windowId = int(record.id);
-    info.windowIndex = info.windowId - 1;
+    info.windowIndex = info.windowId > 0 ? info.windowId - 1 : -1; // an id no window can have
     info.layer = status.layer == 0 ? -1 : status.layer;
     info.x = std::clamp(record.x, 0, kUnits);
     info.y = std::clamp(record.y, 0, kUnits);
     info.w = std::clamp(record.w, 0, kUnits - info.x);
     info.h = std::clamp(record.h, 0, kUnits - info.y);
     if (status.sourceKind == 1)
-        info.turnIndex = status.turnIndex - 1;
+        info.turnIndex = status.turnIndex > 0 ? status.turnIndex - 1 : 0;
     if (record.floating) {
         info.windowType = 2;
         return info;
