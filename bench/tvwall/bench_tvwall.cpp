@@ -8,6 +8,8 @@
 //   BM_BindOneSource/1: setWindowSignalSource of a camera to a window of one sub-window
 //   BM_BindOneSource/25: the same into one sub-window of a window divided in 25 (all 25
 //                       descriptors are converted and sent, as the decoder takes them whole)
+//   BM_DropDisplayDevice: a new display device into a window of 25 display devices the
+//                       decoder already pulls; round_trips counts the requests it took
 //
 // The result signal is received by a direct connection on the worker thread, so the figures
 // do not include a GUI event loop's delivery. Medians are reported as counters.
@@ -207,6 +209,74 @@ void BM_BindOneSource(benchmark::State& state)
     state.counters["median_ms"] = median(samples);
 }
 BENCHMARK(BM_BindOneSource)->Arg(1)->Arg(25)->UseManualTime()->Iterations(200)->Unit(benchmark::kMillisecond);
+
+// A display device dropped into one sub-window of a window of 25 whose other sub-windows already
+// show display devices the decoder pulls through distributions: every one of them is converted
+// again, and each asks whether the decoder still holds its source.
+void BM_DropDisplayDevice(benchmark::State& state)
+{
+    const int windowId = 3;
+    const CMHANDLE sdk = g_bench->handle->handle();
+    CMatrix_WindowSetDivision(sdk, windowId, kDivision);
+    MatrixWindowInfo window;
+    window.windowId = windowId;
+    window.division = kDivision;
+    std::vector<DeviceInfo_t> held;
+    for (int k = 0; k < kDivision; ++k) {
+        MatrixSubWindowInfo sub;
+        sub.subWindowId = k + 1;
+        sub.subWindowIndex = k;
+        sub.device.deviceType = 2;
+        sub.device.deviceId = QStringLiteral("pc-%1").arg(k + 1);
+        sub.device.displayName = sub.device.deviceId;
+        sub.device.channel = 100 + k;
+        sub.device.mainUrl = QStringLiteral("rtsp://127.0.0.1/held%1").arg(k);
+        window.subWindows.append(sub);
+        DeviceInfo_t d {};
+        d.subWindow = k + 1;
+        snprintf(d.devId, sizeof d.devId, "pc-%d", k + 1);
+        d.channel = 100 + k;
+        d.protocol = 7;
+        d.mode = 2;
+        held.push_back(d);
+    }
+    CMatrix_WindowDeviceAdd(sdk, windowId, held.data(), kDivision, true);
+    std::atomic<int> ret { INT32_MIN };
+    const auto connection = QObject::connect(worker(), &MatrixSdkWorker::signalSetWindowSignalSourceResult,
+        [&](int result, const MatrixWindowInfo& echoed, int, bool) {
+            // The new source's distribution is not wanted by the next round.
+            worker()->removeMdHandle(g_bench->handle, echoed.windowId, kDivision / 2 + 1, 0);
+            ret.store(result);
+        });
+    std::vector<double> samples;
+    std::vector<double> trips;
+    int n = 0;
+    for (auto _ : state) {
+        MatrixDeviceInfo& dropped = window.subWindows[kDivision / 2].device;
+        dropped.deviceId = QStringLiteral("new-pc-%1").arg(++n);
+        dropped.channel = 0; // a new source: a channel is found and a distribution started
+        ret.store(INT32_MIN);
+        const int before = g_bench->decoder.journal().total();
+        const Clock::time_point called = Clock::now();
+        worker()->setWindowSignalSource(g_bench->handle, window, kDivision / 2 + 1, false);
+        while (ret.load() == INT32_MIN)
+            std::this_thread::yield();
+        const double ms = std::chrono::duration<double, std::milli>(Clock::now() - called).count();
+        samples.push_back(ms);
+        trips.push_back(g_bench->decoder.journal().total() - before);
+        state.SetIterationTime(ms / 1000.0);
+        if (ret.load() != CMATRIX_OK) {
+            state.SkipWithError("binding failed");
+            break;
+        }
+        while (worker()->pendingTaskCount() > 0) // the distribution's removal
+            std::this_thread::yield();
+    }
+    QObject::disconnect(connection);
+    state.counters["median_ms"] = median(samples);
+    state.counters["round_trips"] = median(trips);
+}
+BENCHMARK(BM_DropDisplayDevice)->UseManualTime()->Iterations(30)->Unit(benchmark::kMillisecond);
 
 } // namespace
 

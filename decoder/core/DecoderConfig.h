@@ -24,7 +24,9 @@ struct DecoderConfig {
     int maxFailedLogins = 5;
     int lockSeconds = 600;
 
-    int heartbeatIntervalMs = 1000;
+    // Clients take 900 ms of silence for a hung unit: heartbeats go out well within that. The
+    // unit itself is patient with a silent client.
+    int heartbeatIntervalMs = 200;
     int heartbeatTimeoutMs = 4000;
     int maxConnections = 64;
 

@@ -52,6 +52,19 @@ void FaultPlan::garbleNextAnswer(Garbage kind, std::optional<Type> type)
     garbage_ = std::make_pair(kind, type);
 }
 
+void FaultPlan::answerHostile(uint32_t seed, int answers)
+{
+    std::lock_guard<std::mutex> lock(mutex_);
+    hostile_.emplace(seed);
+    hostileLeft_ = answers;
+}
+
+int FaultPlan::hostileAnswersLeft() const
+{
+    std::lock_guard<std::mutex> lock(mutex_);
+    return hostileLeft_;
+}
+
 void FaultPlan::muteHeartbeats(bool on)
 {
     std::lock_guard<std::mutex> lock(mutex_);
@@ -68,6 +81,8 @@ void FaultPlan::clear()
     dropAfter_ = -1;
     garbage_.reset();
     heartbeatsMuted_ = false;
+    hostile_.reset();
+    hostileLeft_ = 0;
 }
 
 bool FaultPlan::heartbeatsMuted() const
@@ -101,6 +116,10 @@ FaultPlan::Decision FaultPlan::onRequest(Type type)
     if (payload != payloads_.end() && !d.failWith) {
         d.payload = std::move(payload->second);
         payloads_.erase(payload);
+    }
+    if (hostile_ && hostileLeft_ > 0 && !d.failWith && !d.payload) {
+        if ((d.payload = hostile_->answer(type)))
+            --hostileLeft_;
     }
     if (garbage_ && (!garbage_->second || *garbage_->second == type)) {
         d.garbage = garbage_->first;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "HostileAnswers.h"
 #include "MessageType.h"
 
 #include <cstdint>
@@ -42,6 +43,11 @@ public:
     void answerNextWith(Type type, std::vector<uint8_t> payload);
     // The next answer (of this type, or of any type) is replaced by garbage.
     void garbleNextAnswer(Garbage kind, std::optional<Type> type = std::nullopt);
+    // The next `answers` requests that read the wall (grid, windows, divisions, sources, scenes,
+    // schemes, screens, files, banner) are not carried out but answered with extreme, well-formed
+    // bodies picked at random from `seed`.
+    void answerHostile(uint32_t seed, int answers);
+    int hostileAnswersLeft() const;
     // The decoder stops sending heartbeats, as a hung unit would.
     void muteHeartbeats(bool on);
     void clear();
@@ -70,6 +76,8 @@ private:
     int dropAfter_ = -1;
     std::optional<std::pair<Garbage, std::optional<Type>>> garbage_;
     bool heartbeatsMuted_ = false;
+    std::optional<HostileAnswers> hostile_;
+    int hostileLeft_ = 0;
 };
 
 } // namespace vdec

@@ -1,5 +1,7 @@
 #include "Wall.h"
 
+#include "WindowTable.h"
+
 #include <arpa/inet.h>
 
 #include <algorithm>
@@ -7,6 +9,9 @@
 #include <set>
 
 namespace vdec {
+
+// A grid the decoder accepts must fit in its window table, or laying it out would fail halfway.
+static_assert(Wall::kMaxGrid * Wall::kMaxGrid + WindowTable::kMaxFloating == WindowTable::kMaxWindows);
 
 bool Wall::isTerminated(const char* text, size_t size)
 {

@@ -11,7 +11,9 @@ namespace vdec {
 // is validated first and applied whole, or not at all; the result is a CMATRIX code.
 class WindowTable {
 public:
-    static constexpr int kMaxWindows = 64;
+    // One window on every cell of the largest grid (16 x 16), and floating windows above them.
+    static constexpr int kMaxFloating = 16;
+    static constexpr int kMaxWindows = 16 * 16 + kMaxFloating;
     static constexpr int32_t kWallUnits = 32768;
 
     static bool isDivision(int32_t division);

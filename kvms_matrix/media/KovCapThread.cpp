@@ -54,7 +54,9 @@ void KovCapThread::setParams(QSharedPointer<CSharedHandle> connection, int windo
 
 void KovCapThread::stop()
 {
+    std::lock_guard<std::mutex> lock(m_pauseMutex);
     m_running.store(false);
+    m_pauseEnd.notify_all();
 }
 
 QSharedPointer<CSharedHandle> KovCapThread::connection() const
@@ -93,7 +95,8 @@ void KovCapThread::run()
                 clock.round().sharedMemory = grabber.usedSharedMemory();
             }
         }
-        msleep(40);
+        std::unique_lock<std::mutex> lock(m_pauseMutex);
+        m_pauseEnd.wait_for(lock, std::chrono::milliseconds(40), [this] { return !m_running.load(); });
     }
 }
 

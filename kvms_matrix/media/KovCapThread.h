@@ -8,6 +8,8 @@
 #include <QSharedPointer>
 
 #include <atomic>
+#include <condition_variable>
+#include <mutex>
 
 namespace kvms_matrix {
 
@@ -25,7 +27,8 @@ public:
 
     // Sets the target and starts the loop; while it runs, a second call only retargets it.
     void setParams(QSharedPointer<CSharedHandle> connection, int windowId, int channel);
-    // The loop ends after its current round.
+    // The loop ends after its current round, which is short: the send gives up after tens of
+    // milliseconds and the pause between rounds ends at once.
     void stop();
 
     int windowId() const { return m_windowId.load(); }
@@ -48,6 +51,8 @@ private:
     mutable QMutex m_connectionMutex; // the target is changed by the worker while the loop reads it
     QSharedPointer<CSharedHandle> m_connection;
     std::atomic<bool> m_running { true };
+    std::mutex m_pauseMutex; // the pause between rounds, cut short by stop()
+    std::condition_variable m_pauseEnd;
     std::atomic<int> m_windowId { -1 };
     std::atomic<int> m_channel { -1 };
     const int m_width = 1920;

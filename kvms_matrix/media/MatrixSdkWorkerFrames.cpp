@@ -8,6 +8,7 @@
 #include "KovCapThread.h"
 #include "SdkCallLog.h"
 #include "SyncLocker.h"
+#include "TaskKeys.h"
 
 #include <QFile>
 #include <QImage>
@@ -18,6 +19,8 @@
 namespace kvms_matrix {
 
 namespace {
+
+constexpr int kCaptureSendTimeoutMs = 60;
 
 // A still picture: video block with codec 4 at one frame a second, an empty audio block.
 KavStreamInfo pictureStream(int width, int height)
@@ -68,7 +71,13 @@ int MatrixSdkWorker::sendDeviceDisplayFrame(
     frame.size = uint32_t(jpeg.size());
     const std::vector<unsigned char> buffer = packFrame(KAV_TYPE_KEY, frame, pictureStream(width, height));
     CaptureStageClock::markCurrent(CaptureStageClock::Pack); // when called by the capture loop under a clock
-    return displayFrame(handle, windowId, channel, buffer);
+    if (buffer.empty())
+        return -1;
+    // A desktop picture that cannot be delivered at once is dropped: the next round brings a new
+    // one, and a round stays short whatever the decoder does, so stopping the capture never waits
+    // long on the network.
+    return CMatrix_DisplayFrameWithin(
+        handle->handle(), windowId, channel, buffer.data(), int(buffer.size()), kCaptureSendTimeoutMs);
 }
 
 int MatrixSdkWorker::sendDeviceDisplayFrame(
@@ -148,6 +157,20 @@ std::map<std::pair<int, int>, MediaDistributeEntry> MatrixSdkWorker::mdRegistry(
 void MatrixSdkWorker::removeMdHandle(
     QSharedPointer<CSharedHandle> handle, int windowId, int subWindowId, int windowType)
 {
+    // Stopping waits for the decoder: done on the worker thread, where the registry changes.
+    WorkerTaskParam task = makeTask(TaskKind::RemoveMdHandle, std::move(handle));
+    task.params.insert(TaskKeys::kWindowId, windowId);
+    task.params.insert(TaskKeys::kSubWindowId, subWindowId);
+    task.params.insert(TaskKeys::kWindowType, windowType);
+    queueTask(task);
+}
+
+void MatrixSdkWorker::doRemoveMdHandle(const WorkerTaskParam& task)
+{
+    const QSharedPointer<CSharedHandle>& handle = task.handle;
+    const int windowId = task.params.value(TaskKeys::kWindowId).toInt();
+    const int subWindowId = task.params.value(TaskKeys::kSubWindowId).toInt();
+    const int windowType = task.params.value(TaskKeys::kWindowType).toInt();
     if (!handle || !registeredHandles().values().contains(handle))
         return;
     bool found = false;
@@ -170,6 +193,52 @@ void MatrixSdkWorker::removeMdHandle(
     SdkCallLog::callAt("CMatrix_StopMediaDistribute", ret);
     SyncLocker lock(&m_mdMutex);
     m_mdRegistry.erase(key); // even when the decoder refused: the handle is not used again
+}
+
+// Distributions started on a connection end with it: frames must not go to a dead handle, and
+// their channels are free again for the next connection.
+void MatrixSdkWorker::forgetDistributionsOf(void* connection)
+{
+    std::vector<void*> gone;
+    {
+        SyncLocker lock(&m_mdMutex);
+        for (auto it = m_mdRegistry.begin(); it != m_mdRegistry.end();) {
+            if (it->second.connection == connection) {
+                gone.push_back(it->second.mdHandle);
+                it = m_mdRegistry.erase(it);
+            } else {
+                ++it;
+            }
+        }
+    }
+    stopDistributions(gone);
+}
+
+// Distributions registered since `before` was taken: started for a binding that then failed.
+void MatrixSdkWorker::forgetDistributionsSince(const std::map<std::pair<int, int>, MediaDistributeEntry>& before)
+{
+    std::vector<void*> gone;
+    {
+        SyncLocker lock(&m_mdMutex);
+        for (auto it = m_mdRegistry.begin(); it != m_mdRegistry.end();) {
+            const auto old = before.find(it->first);
+            if (old == before.end() || old->second.mdHandle != it->second.mdHandle) {
+                gone.push_back(it->second.mdHandle);
+                it = m_mdRegistry.erase(it);
+            } else {
+                ++it;
+            }
+        }
+    }
+    stopDistributions(gone);
+}
+
+void MatrixSdkWorker::stopDistributions(const std::vector<void*>& mdHandles)
+{
+    for (void* mdHandle : mdHandles) {
+        const int ret = CMatrix_StopMediaDistribute(mdHandle); // outside the lock: it waits for the decoder
+        SdkCallLog::callAt("CMatrix_StopMediaDistribute", ret);
+    }
 }
 
 void MatrixSdkWorker::startCaptureThread(QSharedPointer<CSharedHandle> handle, int windowId, int channel)

@@ -9,6 +9,7 @@ struct MediaDistributeEntry {
     int windowId = -1;
     int subWindowId = -1;
     int windowType = -1;
+    void* connection = nullptr; // the SDK connection it was started on: it goes with that connection
 };
 
 } // namespace kvms_matrix

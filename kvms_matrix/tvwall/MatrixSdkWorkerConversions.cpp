@@ -5,7 +5,6 @@
 #include "SdkCallLog.h"
 #include "SdkText.h"
 #include "SourceRecords.h"
-#include "WallCallLog.h"
 
 namespace kvms_matrix {
 
@@ -100,14 +99,14 @@ DeviceInfo_t MatrixSdkWorker::convertDisplayDevice(
     const CMHANDLE sdk = handle ? handle->handle() : nullptr;
     if (sdk) {
         const QByteArray source = SourceRecords::deviceIdBytes(device->deviceId);
-        WallCallTimer timer;
+        SdkCallLog::Timer timer;
         media = CMatrix_StartMediaDistribute(sdk, source.constData(), channel, url, kUrlBufferSize);
-        WallCallLog::write(WallCallLog::kTimed,
+        SdkCallLog::write(SdkCallLog::kTimed,
             { QStringLiteral("CMatrix_StartMediaDistribute"), SdkCallLog::pointer(sdk),
                 media ? QStringLiteral("0") : QStringLiteral("-1"), SdkCallLog::now(), timer.elapsed() });
     }
     if (media) {
-        addMdHandle(windowId, channel, MediaDistributeEntry { media, windowId, subWindowId, windowType });
+        addMdHandle(windowId, channel, MediaDistributeEntry { media, windowId, subWindowId, windowType, sdk });
         const QString address = SdkText::read(url, sizeof url);
         copyUrls(d, address, address);
         SdkText::copy(d.userName, sizeof d.userName, QStringLiteral("admin"));

@@ -66,12 +66,12 @@ void showSource(Target& target, const MatrixDeviceInfo& device)
     }
 }
 
-// Takes the source with `deviceId` out of the target's sub-window; one of another kind stays.
+// Takes the source with `deviceId` out of the target's window. The descriptor carries the device
+// id alone (sub-window 0): the decoder finds the sub-window that shows it.
 int removeSource(CMHANDLE sdk, const Target& target, const QString& deviceId)
 {
     DeviceInfo_t descriptor;
     std::memset(&descriptor, 0, sizeof descriptor);
-    descriptor.subWindow = target.subWindowId;
     SdkText::copy(descriptor.devId, sizeof descriptor.devId, deviceId);
     const int ret = CMatrix_WindowDeviceDel(sdk, target.windowId, &descriptor, 1);
     SdkCallLog::call("CMatrix_WindowDeviceDel", ret);
@@ -228,8 +228,9 @@ void MatrixSdkWorker::doStopPlayHdmiVideo(const WorkerTaskParam& task)
 void MatrixSdkWorker::doStartPlayHdmiVideo(const WorkerTaskParam& task)
 {
     Target target = targetOf(task);
-    // The input travels as the spare integer; unset (-1) means the first input.
-    const int input = qMax(0, task.taskValue);
+    // Always the unit's first input, whatever the caller names: that is the input operators wire
+    // the workstation to.
+    const int input = 0;
     int ret = CMATRIX_ERR_FAILED;
     if (WallHandle::usable(*this, task.handle)) {
         const WindowSlot_t slot = slotOf(target);

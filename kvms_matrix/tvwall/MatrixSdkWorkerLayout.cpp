@@ -4,13 +4,12 @@
 #include "MatrixSdkWorker.h"
 
 #include "ScreenRecords.h"
+#include "SdkArray.h"
 #include "SdkCallLog.h"
 #include "SdkText.h"
 #include "TaskKeys.h"
-#include "WallCallLog.h"
 #include "WallGeometry.h"
 #include "WallHandle.h"
-#include "WallSdkList.h"
 
 #include <vector>
 
@@ -22,10 +21,10 @@ namespace {
 template <typename Record, typename GetList>
 std::vector<uint32_t> idsOf(CMHANDLE sdk, const char* funcName, GetList getList)
 {
-    WallSdkList<Record> list(sdk);
-    WallCallTimer timer;
+    SdkArray<Record> list(sdk);
+    SdkCallLog::Timer timer;
     const int count = getList(sdk, list.out());
-    WallCallLog::timed(funcName, sdk, count, timer.elapsedMs());
+    SdkCallLog::timed(funcName, sdk, count, timer.elapsedMs());
     std::vector<uint32_t> ids;
     for (int i = 0; i < count && list.get(); ++i)
         ids.push_back(list[i].id);
@@ -37,21 +36,21 @@ void deleteAll(CMHANDLE sdk, const char* funcName, const std::vector<uint32_t>& 
 {
     if (ids.empty())
         return;
-    WallCallTimer timer;
+    SdkCallLog::Timer timer;
     const int ret = del(sdk, ids.data(), int(ids.size()));
-    WallCallLog::timed(funcName, sdk, ret, timer.elapsedMs());
+    SdkCallLog::timed(funcName, sdk, ret, timer.elapsedMs());
 }
 
 } // namespace
 
 int MatrixSdkWorker::addMatrixWindows(QSharedPointer<CSharedHandle> handle, int rows, int cols)
 {
-    if (!handle || !handle->handle())
+    if (!WallHandle::usable(*this, handle))
         return -1;
     const std::vector<MatrixWindow_t> records = WallGeometry(rows, cols).grid();
-    WallCallTimer timer;
+    SdkCallLog::Timer timer;
     const int ret = CMatrix_WindowAdd(handle->handle(), records.data(), int(records.size()), true);
-    WallCallLog::timed("CMatrix_WindowAdd", handle->handle(), ret, timer.elapsedMs());
+    SdkCallLog::timed("CMatrix_WindowAdd", handle->handle(), ret, timer.elapsedMs());
     return ret;
 }
 
@@ -74,9 +73,9 @@ void MatrixSdkWorker::doGetLayout(const WorkerTaskParam& task)
         int decoderCols = 0;
         int decoderRows = 0;
         char nameBuffer[64] = {};
-        WallCallTimer timer;
+        SdkCallLog::Timer timer;
         const int ret = CMatrix_GetMatrix(sdk, &decoderCols, &decoderRows, nameBuffer, int(sizeof nameBuffer));
-        WallCallLog::write(WallCallLog::kGetMatrix,
+        SdkCallLog::write(SdkCallLog::kGetMatrix,
             { QStringLiteral("CMatrix_GetMatrix"), SdkCallLog::pointer(sdk), QString::number(decoderCols),
                 QString::number(decoderRows), QString::number(ret), SdkCallLog::now(), timer.elapsed() });
         if (ret == CMATRIX_OK) {
@@ -84,10 +83,10 @@ void MatrixSdkWorker::doGetLayout(const WorkerTaskParam& task)
             rows = geometry.rows();
             cols = geometry.cols();
             name = SdkText::read(nameBuffer, sizeof nameBuffer);
-            WallSdkList<ScreenInfo_t> records(sdk);
-            WallCallTimer screenTimer;
+            SdkArray<ScreenInfo_t> records(sdk);
+            SdkCallLog::Timer screenTimer;
             const int count = CMatrix_GetScreens(sdk, records.out());
-            WallCallLog::timed("CMatrix_GetScreens", sdk, count, screenTimer.elapsedMs());
+            SdkCallLog::timed("CMatrix_GetScreens", sdk, count, screenTimer.elapsedMs());
             screens = ScreenRecords::fromRecords(records.get(), count);
         }
     }
@@ -105,9 +104,25 @@ void MatrixSdkWorker::doSetLayout(const WorkerTaskParam& task)
     }
     const CMHANDLE sdk = task.handle->handle();
 
-    WallCallTimer timer;
+    // A layout the decoder cannot hold would fail halfway, after its scenes and loops are gone:
+    // refused before anything changes.
+    MatrixCapacity_t capacity {};
+    if (CMatrix_GetCapacity(sdk, &capacity) == CMATRIX_OK
+        && (cols > capacity.maxCols || rows > capacity.maxRows || qint64(rows) * cols > qint64(capacity.maxWindows))) {
+        SdkCallLog::line(QStringLiteral("{ funcName = doSetLayout , layoutCol = %1 , layoutRow = %2 , "
+                                        "more than the decoder holds ( %3 x %4 , %5 windows ) }")
+                             .arg(cols)
+                             .arg(rows)
+                             .arg(capacity.maxCols)
+                             .arg(capacity.maxRows)
+                             .arg(capacity.maxWindows));
+        emit signalSetLayoutResult(CMATRIX_ERR_LIMIT);
+        return;
+    }
+
+    SdkCallLog::Timer timer;
     int ret = CMatrix_SetMatrix(sdk, cols, rows, name.toUtf8().constData());
-    WallCallLog::timed("CMatrix_SetMatrix", sdk, ret, timer.elapsedMs());
+    SdkCallLog::timed("CMatrix_SetMatrix", sdk, ret, timer.elapsedMs());
     if (ret != CMATRIX_OK) {
         emit signalSetLayoutResult(ret);
         return;
@@ -123,14 +138,14 @@ void MatrixSdkWorker::doSetLayout(const WorkerTaskParam& task)
         if (!other || !other->handle())
             continue;
         const int status = CMatrix_SetStatus(other->handle(), 2, address.toUtf8().constData());
-        WallCallLog::write(WallCallLog::kSetStatus,
+        SdkCallLog::write(SdkCallLog::kSetStatus,
             { QStringLiteral("CMatrix_SetStatus"), address, QString::number(status), SdkCallLog::now() });
     }
 
     const std::vector<ScreenInfo_t> records = ScreenRecords::toRecords(entries, connectedMatrixMap());
-    WallCallTimer screenTimer;
+    SdkCallLog::Timer screenTimer;
     ret = CMatrix_SetScreens(sdk, records.data(), int(records.size()), true);
-    WallCallLog::write(WallCallLog::kSetScreens,
+    SdkCallLog::write(SdkCallLog::kSetScreens,
         { QStringLiteral("CMatrix_SetScreens"), SdkCallLog::pointer(sdk), ScreenRecords::logText(records),
             QString::number(records.size()), QStringLiteral("true"), QString::number(ret), SdkCallLog::now(),
             screenTimer.elapsed() });
@@ -164,9 +179,9 @@ void MatrixSdkWorker::doCheckScreen(const WorkerTaskParam& task)
     SdkText::copy(device.ip, sizeof device.ip, ip);
     SdkText::copy(device.userName, sizeof device.userName, task.params.value(TaskKeys::kUserName).toString());
     SdkText::copy(device.password, sizeof device.password, task.params.value(TaskKeys::kUserPassword).toString());
-    WallCallTimer timer;
+    SdkCallLog::Timer timer;
     const int ret = Discovery_DisplayScreen(&device, location, open ? 60 : 0);
-    WallCallLog::write(WallCallLog::kDisplayScreen,
+    SdkCallLog::write(SdkCallLog::kDisplayScreen,
         { QStringLiteral("Discovery_DisplayScreen"), ip, QString::number(ret), SdkCallLog::now(), timer.elapsed() });
     emit signalCheckScreenResult(ret);
 }

@@ -53,12 +53,20 @@ int firstFreeSceneId(const QList<MatrixSceneInfo>& scenes)
 
 QList<MatrixSceneInfo> MatrixSdkWorker::getMatrixScenes(QSharedPointer<CSharedHandle> handle)
 {
+    int ret = CMATRIX_OK;
+    return readMatrixScenes(handle, ret);
+}
+
+QList<MatrixSceneInfo> MatrixSdkWorker::readMatrixScenes(QSharedPointer<CSharedHandle> handle, int& ret)
+{
     QList<MatrixSceneInfo> scenes;
+    ret = CMATRIX_ERR_FAILED;
     if (!WallHandle::usable(*this, handle))
         return scenes;
     const CMHANDLE sdk = handle->handle();
     SdkArray<SceneInfo_t> records(sdk);
     const int count = CMatrix_SceneGet(sdk, records.out());
+    ret = count < 0 ? count : CMATRIX_OK;
     for (int i = 0; i < count && records.get(); ++i) {
         MatrixSceneInfo scene;
         scene.sceneId = int(records[i].id);
@@ -76,9 +84,14 @@ int MatrixSdkWorker::saveMatrixScene(QSharedPointer<CSharedHandle> handle, int& 
     if (!WallHandle::usable(*this, handle))
         return CMATRIX_ERR_FAILED;
     const CMHANDLE sdk = handle->handle();
-    const QList<MatrixSceneInfo> scenes = getMatrixScenes(handle);
-    if (uint(sceneId) > 0xFFFFFFFEu)
+    int read = CMATRIX_OK;
+    const QList<MatrixSceneInfo> scenes = readMatrixScenes(handle, read);
+    if (uint(sceneId) > 0xFFFFFFFEu) {
+        // Without the list a free id is a guess, and a wrong guess overwrites the operator's scene.
+        if (read != CMATRIX_OK)
+            return read;
         sceneId = firstFreeSceneId(scenes);
+    }
     const QByteArray nameBytes = sceneNameBytes(name);
     SdkCallLog::Timer timer;
     const int ret = CMatrix_SceneCreate(sdk, uint32_t(sceneId), nameBytes.constData());

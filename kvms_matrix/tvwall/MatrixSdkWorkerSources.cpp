@@ -2,13 +2,14 @@
 // ones, and the decoder queries the display-device conversion relies on.
 #include "MatrixSdkWorker.h"
 
+#include "SdkArray.h"
 #include "SdkCallLog.h"
 #include "SourceConverter.h"
 #include "SourceRecords.h"
 #include "TaskKeys.h"
-#include "WallCallLog.h"
 #include "WallHandle.h"
-#include "WallSdkList.h"
+
+#include <QThread>
 
 #include <algorithm>
 #include <cstring>
@@ -24,8 +25,8 @@ namespace {
 // gives none. Logged with the device list.
 std::vector<DeviceInfo_t> readSources(CMHANDLE sdk, int windowId)
 {
-    WallSdkList<DeviceInfo_t> list(sdk);
-    WallCallTimer timer;
+    SdkArray<DeviceInfo_t> list(sdk);
+    SdkCallLog::Timer timer;
     const int count = CMatrix_WindowDeviceGet(sdk, windowId, list.out());
     const QString elapsed = timer.elapsed();
     std::vector<DeviceInfo_t> sources;
@@ -35,7 +36,7 @@ std::vector<DeviceInfo_t> readSources(CMHANDLE sdk, int windowId)
     for (const DeviceInfo_t& d : sources)
         devices.append(SourceRecords::deviceOf(d));
     // Placeholders 3 and 4 are not in this template; the device list follows on its own line.
-    WallCallLog::write(WallCallLog::kDeviceGet,
+    SdkCallLog::write(SdkCallLog::kDeviceGet,
         { QStringLiteral("CMatrix_WindowDeviceGet"), SdkCallLog::pointer(sdk), QString(), QString(),
             QString::number(count), SdkCallLog::now(), elapsed, QString::number(windowId) });
     SdkCallLog::line(SourceRecords::listJson(windowId, devices));
@@ -43,14 +44,14 @@ std::vector<DeviceInfo_t> readSources(CMHANDLE sdk, int windowId)
 }
 
 // Every source bound anywhere on the wall: CMatrix_WindowGet, then each window's sources.
-std::vector<DeviceInfo_t> wallSources(CMHANDLE sdk)
+std::vector<DeviceInfo_t> readWallSources(CMHANDLE sdk)
 {
     std::vector<int> ids;
     {
-        WallSdkList<MatrixWindowStatus_t> windows(sdk);
-        WallCallTimer timer;
+        SdkArray<MatrixWindowStatus_t> windows(sdk);
+        SdkCallLog::Timer timer;
         const int count = CMatrix_WindowGet(sdk, windows.out());
-        WallCallLog::timed("CMatrix_WindowGet", sdk, count, timer.elapsedMs());
+        SdkCallLog::timed("CMatrix_WindowGet", sdk, count, timer.elapsedMs());
         for (int i = 0; i < count && windows.get(); ++i)
             ids.push_back(int(windows[i].window.id));
     }
@@ -64,10 +65,27 @@ std::vector<DeviceInfo_t> wallSources(CMHANDLE sdk)
 
 } // namespace
 
+// A task that converts several display devices asks the same of the wall for each: the wall is
+// read once per task (on the worker thread) and the answer kept until the task ends, as nothing
+// a conversion does changes what it reads (new distributions are in the registry, read afresh).
+// Other threads read the wall into `fresh` every time.
+const std::vector<DeviceInfo_t>& MatrixSdkWorker::wallSources(CMHANDLE sdk, std::vector<DeviceInfo_t>& fresh)
+{
+    if (QThread::currentThread() != this) {
+        fresh = readWallSources(sdk);
+        return fresh;
+    }
+    if (m_wallSourcesOf != sdk) {
+        m_wallSources = readWallSources(sdk);
+        m_wallSourcesOf = sdk;
+    }
+    return m_wallSources;
+}
+
 QList<MatrixDeviceInfo> MatrixSdkWorker::getDeviceInfo(QSharedPointer<CSharedHandle> handle, int windowId)
 {
     QList<MatrixDeviceInfo> devices;
-    if (!handle || !handle->handle())
+    if (!WallHandle::usable(*this, handle))
         return devices;
     for (const DeviceInfo_t& d : readSources(handle->handle(), windowId))
         devices.append(SourceRecords::deviceOf(d));
@@ -100,8 +118,9 @@ int MatrixSdkWorker::getOnlyChannelId(QSharedPointer<CSharedHandle> handle)
     std::set<int> used;
     for (const auto& entry : mdRegistry())
         used.insert(entry.first.second);
-    if (handle && handle->handle()) {
-        for (const DeviceInfo_t& d : wallSources(handle->handle())) {
+    if (WallHandle::usable(*this, handle)) {
+        std::vector<DeviceInfo_t> fresh;
+        for (const DeviceInfo_t& d : wallSources(handle->handle(), fresh)) {
             if (d.protocol == SourceRecords::Local || d.protocol == SourceRecords::Distributed)
                 used.insert(d.channel);
         }
@@ -116,10 +135,11 @@ int MatrixSdkWorker::getOnlyChannelId(QSharedPointer<CSharedHandle> handle)
 // through a distribution (protocol 7): only then is its stream address still good.
 bool MatrixSdkWorker::hasThisRecordDev(QSharedPointer<CSharedHandle> handle, const QString& deviceId)
 {
-    if (!handle || !handle->handle() || deviceId.isEmpty())
+    if (deviceId.isEmpty() || !WallHandle::usable(*this, handle))
         return false;
     const QByteArray id = SourceRecords::deviceIdBytes(deviceId);
-    for (const DeviceInfo_t& d : wallSources(handle->handle())) {
+    std::vector<DeviceInfo_t> fresh;
+    for (const DeviceInfo_t& d : wallSources(handle->handle(), fresh)) {
         if (d.protocol == SourceRecords::Distributed && strncmp(d.devId, id.constData(), sizeof d.devId) == 0)
             return true;
     }
@@ -155,6 +175,7 @@ void MatrixSdkWorker::doSetWindowSignalSource(const WorkerTaskParam& task)
         const CMHANDLE sdk = task.handle->handle();
         const QString usbPath = task.params.value(TaskKeys::kFilePath).toString();
         const int count = window.subWindows.size();
+        const auto distributedBefore = mdRegistry();
         std::vector<DeviceInfo_t> descriptors(static_cast<size_t>(count));
         for (int i = 0; i < count; ++i) {
             auto sub = std::find_if(window.subWindows.begin(), window.subWindows.end(),
@@ -169,21 +190,25 @@ void MatrixSdkWorker::doSetWindowSignalSource(const WorkerTaskParam& task)
             }
             descriptors[size_t(i)].subWindow = i + 1;
         }
-        WallCallTimer timer;
+        SdkCallLog::Timer timer;
         ret = CMatrix_WindowDeviceAdd(sdk, window.windowId, descriptors.data(), count, true);
-        WallCallLog::timed("CMatrix_WindowDeviceAdd", sdk, ret, timer.elapsedMs());
+        SdkCallLog::timed("CMatrix_WindowDeviceAdd", sdk, ret, timer.elapsedMs());
+        if (ret != CMATRIX_OK)
+            forgetDistributionsSince(distributedBefore); // nothing will pull them
 
         auto target = std::find_if(window.subWindows.begin(), window.subWindows.end(),
             [subWindowId](const MatrixSubWindowInfo& s) { return s.subWindowId == subWindowId; });
-        if (ret == CMATRIX_OK && target != window.subWindows.end()) {
+        if (target != window.subWindows.end()) {
             MatrixDeviceInfo& device = target->device;
+            // The picture goes whether or not the binding was taken: the sub-window may hold it
+            // from before, and a late picture does no harm.
             if (device.deviceType == 3) {
-                WallCallTimer frameTimer;
+                SdkCallLog::Timer frameTimer;
                 const int sent = sendDeviceDisplayFrame(task.handle, window.windowId, &device);
-                WallCallLog::write(WallCallLog::kDisplayFrame,
+                SdkCallLog::write(SdkCallLog::kDisplayFrame,
                     { QStringLiteral("sendDeviceDisplayFrame"), QString::number(window.windowId), device.mainUrl,
                         QString::number(sent), SdkCallLog::now(), frameTimer.elapsed() });
-            } else if (device.deviceType == 4) {
+            } else if (device.deviceType == 4 && ret == CMATRIX_OK) {
                 startCaptureThread(task.handle, window.windowId, device.channel);
             }
         }

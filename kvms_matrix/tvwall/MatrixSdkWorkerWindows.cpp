@@ -3,14 +3,13 @@
 // moving floating windows.
 #include "MatrixSdkWorker.h"
 
+#include "SdkArray.h"
 #include "SdkCallLog.h"
 #include "SourceConverter.h"
 #include "SourceRecords.h"
 #include "TaskKeys.h"
-#include "WallCallLog.h"
 #include "WallGeometry.h"
 #include "WallHandle.h"
-#include "WallSdkList.h"
 
 #include <QStringList>
 
@@ -27,8 +26,8 @@ class DivisionTable {
 public:
     explicit DivisionTable(CMHANDLE sdk)
     {
-        WallSdkList<WindowDivision_t> pairs(sdk);
-        WallCallTimer timer;
+        SdkArray<WindowDivision_t> pairs(sdk);
+        SdkCallLog::Timer timer;
         m_count = CMatrix_WindowGetDivision(sdk, pairs.out());
         const QString elapsed = timer.elapsed();
         QStringList ids;
@@ -38,7 +37,7 @@ public:
             ids.append(QString::number(pairs[i].windowId));
             divisions.append(QString::number(pairs[i].division));
         }
-        WallCallLog::write(WallCallLog::kDivisions,
+        SdkCallLog::write(SdkCallLog::kDivisions,
             { QStringLiteral("CMatrix_WindowGetDivision"), SdkCallLog::pointer(sdk), ids.join(QLatin1Char(',')),
                 divisions.join(QLatin1Char(',')), QString::number(m_count), SdkCallLog::now(), elapsed });
     }
@@ -61,25 +60,25 @@ private:
 
 int addWindows(CMHANDLE sdk, const std::vector<MatrixWindow_t>& records, bool replace)
 {
-    WallCallTimer timer;
+    SdkCallLog::Timer timer;
     const int ret = CMatrix_WindowAdd(sdk, records.data(), int(records.size()), replace);
-    WallCallLog::timed("CMatrix_WindowAdd", sdk, ret, timer.elapsedMs());
+    SdkCallLog::timed("CMatrix_WindowAdd", sdk, ret, timer.elapsedMs());
     return ret;
 }
 
 int deleteWindows(CMHANDLE sdk, const std::vector<uint32_t>& ids)
 {
-    WallCallTimer timer;
+    SdkCallLog::Timer timer;
     const int ret = CMatrix_WindowDel(sdk, ids.data(), int(ids.size()));
-    WallCallLog::timed("CMatrix_WindowDel", sdk, ret, timer.elapsedMs());
+    SdkCallLog::timed("CMatrix_WindowDel", sdk, ret, timer.elapsedMs());
     return ret;
 }
 
 int setSources(CMHANDLE sdk, int windowId, const std::vector<DeviceInfo_t>& descriptors)
 {
-    WallCallTimer timer;
+    SdkCallLog::Timer timer;
     const int ret = CMatrix_WindowDeviceAdd(sdk, windowId, descriptors.data(), int(descriptors.size()), true);
-    WallCallLog::timed("CMatrix_WindowDeviceAdd", sdk, ret, timer.elapsedMs());
+    SdkCallLog::timed("CMatrix_WindowDeviceAdd", sdk, ret, timer.elapsedMs());
     return ret;
 }
 
@@ -88,46 +87,67 @@ int setSources(CMHANDLE sdk, int windowId, const std::vector<DeviceInfo_t>& desc
 QList<MatrixWindowInfo> MatrixSdkWorker::getMatrixWindowInfo(QSharedPointer<CSharedHandle> handle, int& rows, int& cols)
 {
     QList<MatrixWindowInfo> list;
-    if (!handle || !handle->handle())
+    if (!WallHandle::usable(*this, handle))
         return list;
     const CMHANDLE sdk = handle->handle();
 
     int decoderCols = 0;
     int decoderRows = 0;
     char name[64] = {}; // read but not used
-    WallCallTimer timer;
+    SdkCallLog::Timer timer;
     const int ret = CMatrix_GetMatrix(sdk, &decoderCols, &decoderRows, name, int(sizeof name));
-    WallCallLog::write(WallCallLog::kGetMatrix,
+    SdkCallLog::write(SdkCallLog::kGetMatrix,
         { QStringLiteral("CMatrix_GetMatrix"), SdkCallLog::pointer(sdk), QString::number(decoderCols),
             QString::number(decoderRows), QString::number(ret), SdkCallLog::now(), timer.elapsed() });
     if (ret != CMATRIX_OK)
         return list;
 
     BannerInfo_t banner {};
-    WallCallTimer bannerTimer;
+    SdkCallLog::Timer bannerTimer;
     const int bannerRet = CMatrix_GetBanner(sdk, &banner);
     if (bannerRet != CMATRIX_OK) {
-        WallCallLog::write(WallCallLog::kBannerFailed,
+        SdkCallLog::write(SdkCallLog::kBannerFailed,
             { QStringLiteral("CMatrix_GetBanner"), QString::number(bannerRet), SdkCallLog::now() });
     } else {
-        WallCallLog::timed("CMatrix_GetBanner", sdk, bannerRet, bannerTimer.elapsedMs());
+        SdkCallLog::timed("CMatrix_GetBanner", sdk, bannerRet, bannerTimer.elapsedMs());
         mirrorDecoderBanner(banner);
     }
 
-    const WallGeometry geometry(decoderRows, decoderCols);
+    MatrixCapacity_t capacity {};
+    CMatrix_GetCapacity(sdk, &capacity);
+    const WallGeometry geometry(decoderRows, decoderCols, capacity.maxRows, capacity.maxCols);
+    if (!geometry.asGiven())
+        SdkCallLog::line(QStringLiteral("{ funcName = getMatrixWindowInfo , grid = %1 x %2 , read as %3 x %4 }")
+                             .arg(decoderRows)
+                             .arg(decoderCols)
+                             .arg(geometry.rows())
+                             .arg(geometry.cols()));
     rows = geometry.rows();
     cols = geometry.cols();
 
-    WallSdkList<MatrixWindowStatus_t> windows(sdk);
-    WallCallTimer windowTimer;
+    SdkArray<MatrixWindowStatus_t> windows(sdk);
+    SdkCallLog::Timer windowTimer;
     const int count = CMatrix_WindowGet(sdk, windows.out());
-    WallCallLog::timed("CMatrix_WindowGet", sdk, count, windowTimer.elapsedMs());
+    SdkCallLog::timed("CMatrix_WindowGet", sdk, count, windowTimer.elapsedMs());
     if (count <= 0 || !windows.get())
         return list;
     const DivisionTable divisions(sdk);
 
+    // Spliced windows cannot overlap, so together they cover at most the grid: cells past that
+    // are a decoder's error and are not kept.
+    int cellsLeft = geometry.rows() * geometry.cols();
     for (int i = 0; i < count; ++i) {
         MatrixWindowInfo window = geometry.windowOf(windows[i]);
+        if (window.cells.size() > cellsLeft) {
+            SdkCallLog::line(QStringLiteral("{ funcName = getMatrixWindowInfo , windowId = %1 , cells = %2 , "
+                                            "more than the grid holds }")
+                                 .arg(window.windowId)
+                                 .arg(window.cells.size()));
+            window.cells.clear();
+            window.spanRows = 1;
+            window.spanCols = 1;
+        }
+        cellsLeft -= window.cells.size();
         const bool floating = window.windowType == 2;
         if (!floating)
             window.division = divisions.of(window.windowId, 1);
@@ -142,7 +162,7 @@ int MatrixSdkWorker::addMatrixWindowInfo(QSharedPointer<CSharedHandle> handle, M
 {
     if (!window || (window->windowType != 1 && window->windowType != 2))
         return -1;
-    if (!handle || !handle->handle())
+    if (!WallHandle::usable(*this, handle))
         return -1;
     const CMHANDLE sdk = handle->handle();
     if (window->windowType == 1 && !window->cells.isEmpty()) {
@@ -158,7 +178,7 @@ int MatrixSdkWorker::addMatrixWindowInfo(QSharedPointer<CSharedHandle> handle, M
 
 int MatrixSdkWorker::removeMatrixWindow(QSharedPointer<CSharedHandle> handle, MatrixWindowInfo* window)
 {
-    if (!window || !handle || !handle->handle())
+    if (!window || !WallHandle::usable(*this, handle))
         return -1;
     const CMHANDLE sdk = handle->handle();
     const int ret = deleteWindows(sdk, { uint32_t(window->windowId) });
@@ -170,11 +190,11 @@ int MatrixSdkWorker::removeMatrixWindow(QSharedPointer<CSharedHandle> handle, Ma
 
 int MatrixSdkWorker::setMatrixWindowSplit(QSharedPointer<CSharedHandle> handle, int windowId, int split)
 {
-    if (!handle || !handle->handle())
+    if (!WallHandle::usable(*this, handle))
         return -1;
-    WallCallTimer timer;
+    SdkCallLog::Timer timer;
     const int ret = CMatrix_WindowSetDivision(handle->handle(), windowId, split);
-    WallCallLog::timed("CMatrix_WindowSetDivision", handle->handle(), ret, timer.elapsedMs());
+    SdkCallLog::timed("CMatrix_WindowSetDivision", handle->handle(), ret, timer.elapsedMs());
     return ret;
 }
 
@@ -239,6 +259,7 @@ void MatrixSdkWorker::doClearWindow(const WorkerTaskParam& task)
         const int division = windowId >= 1 && windowId <= table.count() ? table.of(windowId, 0) : 0;
         QList<MatrixDeviceInfo> devices = addEmptyDevice(getDeviceInfo(task.handle, windowId), division);
         const QString usbPath = task.params.value(TaskKeys::kFilePath).toString();
+        const auto distributedBefore = mdRegistry();
         std::vector<DeviceInfo_t> descriptors;
         for (int i = 0; i < devices.size(); ++i) {
             const SourceConverter::Target target { windowId, i + 1, windowType };
@@ -249,6 +270,8 @@ void MatrixSdkWorker::doClearWindow(const WorkerTaskParam& task)
             descriptors.push_back(d);
         }
         ret = setSources(sdk, windowId, descriptors);
+        if (ret != CMATRIX_OK)
+            forgetDistributionsSince(distributedBefore);
     }
     emit signalClearWindowResult(ret, windowId, subWindowId, windowType);
 }
@@ -260,9 +283,9 @@ void MatrixSdkWorker::doSetFullWindow(const WorkerTaskParam& task)
     const bool full = task.params.value(TaskKeys::kIsFullWindow, 0).toInt() != 0;
     int ret = -1;
     if (WallHandle::usable(*this, task.handle)) {
-        WallCallTimer timer;
+        SdkCallLog::Timer timer;
         ret = CMatrix_WindowSetFullScreen(task.handle->handle(), windowId, subWindowId, full ? 1 : 0);
-        WallCallLog::timed("CMatrix_WindowSetFullScreen", task.handle->handle(), ret, timer.elapsedMs());
+        SdkCallLog::timed("CMatrix_WindowSetFullScreen", task.handle->handle(), ret, timer.elapsedMs());
     }
     emit signalSetFullWindowResult(ret, windowId, subWindowId);
 }
@@ -273,9 +296,9 @@ void MatrixSdkWorker::doMoveFloatingWindow(const WorkerTaskParam& task)
     if (!window || !WallHandle::usable(*this, task.handle))
         return;
     const MatrixWindow_t record = WallGeometry::recordOf(*window, true);
-    WallCallTimer timer;
+    SdkCallLog::Timer timer;
     const int ret = CMatrix_WindowMove(task.handle->handle(), &record);
-    WallCallLog::timed("CMatrix_WindowMove", task.handle->handle(), ret, timer.elapsedMs());
+    SdkCallLog::timed("CMatrix_WindowMove", task.handle->handle(), ret, timer.elapsedMs());
 }
 
 } // namespace kvms_matrix

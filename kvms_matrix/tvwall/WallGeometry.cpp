@@ -1,15 +1,26 @@
 #include "WallGeometry.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace kvms_matrix {
 
-WallGeometry::WallGeometry(int rows, int cols)
-    : m_rows(std::max(rows, 1))
-    , m_cols(std::max(cols, 1))
+namespace {
+
+int bounded(int value, int most)
+{
+    return std::clamp(value, 1, std::clamp(most, 1, WallGeometry::kMaxSide));
+}
+
+} // namespace
+
+WallGeometry::WallGeometry(int rows, int cols, int maxRows, int maxCols)
+    : m_rows(bounded(rows, maxRows))
+    , m_cols(bounded(cols, maxCols))
     // More cells than units would make a cell 0 units wide; keep it at least 1.
     , m_unitW(std::max(kUnits / m_cols, 1))
     , m_unitH(std::max(kUnits / m_rows, 1))
+    , m_asGiven(m_rows == std::max(rows, 1) && m_cols == std::max(cols, 1))
 {
 }
 
@@ -36,28 +47,31 @@ MatrixWindowInfo WallGeometry::windowOf(const MatrixWindowStatus_t& status) cons
     const MatrixWindow_t& record = status.window;
     MatrixWindowInfo info;
     info.windowId = int(record.id);
-    info.windowIndex = info.windowId - 1;
+    info.windowIndex = info.windowId > 0 ? info.windowId - 1 : -1; // an id no window can have
     info.layer = status.layer == 0 ? -1 : status.layer;
-    info.x = record.x;
-    info.y = record.y;
-    info.w = record.w;
-    info.h = record.h;
+    info.x = std::clamp(record.x, 0, kUnits);
+    info.y = std::clamp(record.y, 0, kUnits);
+    info.w = std::clamp(record.w, 0, kUnits - info.x);
+    info.h = std::clamp(record.h, 0, kUnits - info.y);
     if (status.sourceKind == 1)
-        info.turnIndex = status.turnIndex - 1;
+        info.turnIndex = status.turnIndex > 0 ? status.turnIndex - 1 : 0;
     if (record.floating) {
         info.windowType = 2;
         return info;
     }
-    if (record.w <= m_unitW && record.h <= m_unitH) {
+    if (info.w <= m_unitW && info.h <= m_unitH) {
         info.windowType = 0;
         return info;
     }
     info.windowType = 1;
-    info.spanCols = record.w / m_unitW;
-    info.spanRows = record.h / m_unitH;
+    info.spanCols = std::clamp(info.w / m_unitW, 1, m_cols);
+    info.spanRows = std::clamp(info.h / m_unitH, 1, m_rows);
     for (int i = 0; i < info.spanRows; ++i) {
-        for (int j = 0; j < info.spanCols; ++j)
-            info.cells.append(MatrixCellInfo { info.windowId + i * m_cols + j, i, j });
+        for (int j = 0; j < info.spanCols; ++j) {
+            const qint64 cellId = qint64(info.windowId) + qint64(i) * m_cols + j;
+            if (cellId >= 1 && cellId <= std::numeric_limits<int>::max())
+                info.cells.append(MatrixCellInfo { int(cellId), i, j });
+        }
     }
     return info;
 }

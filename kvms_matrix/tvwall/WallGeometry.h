@@ -14,9 +14,14 @@ namespace kvms_matrix {
 class WallGeometry {
 public:
     static constexpr int kUnits = 32768;
+    // The largest side any decoder's grid is read as, whatever it declares or reports.
+    static constexpr int kMaxSide = 32;
 
-    // Counts below 1 are taken as 1 (a decoder that reports a 0 x 0 wall shows one cell).
-    WallGeometry(int rows, int cols);
+    // Counts below 1 are taken as 1 (a decoder that reports a 0 x 0 wall shows one cell), counts
+    // above the given largest side (at most kMaxSide) as that side.
+    WallGeometry(int rows, int cols, int maxRows = kMaxSide, int maxCols = kMaxSide);
+    // Whether the counts given were read as they are.
+    bool asGiven() const { return m_asGiven; }
 
     int rows() const { return m_rows; }
     int cols() const { return m_cols; }
@@ -27,7 +32,8 @@ public:
     // The default window of every cell, row by row.
     std::vector<MatrixWindow_t> grid() const;
     // A reported window without its sub-windows: id, rectangle, layer, turn, and its kind:
-    // floating, one cell, or spliced over the cells its size covers.
+    // floating, one cell, or spliced over the cells its size covers. A rectangle is kept inside
+    // the wall and a span inside the grid, whatever the decoder reports.
     MatrixWindowInfo windowOf(const MatrixWindowStatus_t& status) const;
 
     // The window record of a window the module holds.
@@ -40,6 +46,7 @@ private:
     int m_cols;
     int m_unitW;
     int m_unitH;
+    bool m_asGiven;
 };
 
 } // namespace kvms_matrix

@@ -1,6 +1,7 @@
 #include "ConfigFile.h"
 
 #include <QFile>
+#include <QSaveFile>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -38,21 +39,28 @@ void ConfigFile::restoreMode(const QString& fileName, int mode)
 bool ConfigFile::readAll(const QString& fileName, QByteArray& content)
 {
     QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly))
+    if (!file.open(QIODevice::ReadOnly) || file.size() > kMaxFileBytes)
         return false;
-    content = file.readAll();
+    content = file.read(kMaxFileBytes);
     return true;
 }
 
 bool ConfigFile::replace(const QString& fileName, const QByteArray& content)
 {
     createOwnerOnly(fileName);
-    QFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+    const int mode = modeOf(fileName); // the new file takes the mode of the one it replaces
+    QSaveFile file(fileName);
+    // Unbuffered: a short write shows in write()'s result, whereas a buffered one would fail
+    // later, inside commit(), which renames the cut file over the old one all the same.
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
         return false;
-    file.write(content);
-    file.flush();
-    file.close();
+    if (file.write(content) != content.size()) {
+        file.cancelWriting();
+        return false;
+    }
+    if (!file.commit())
+        return false;
+    restoreMode(fileName, mode);
     return true;
 }
 

@@ -72,6 +72,8 @@ QMap<QString, MatrixInfo> MatrixInfoJson::readList(const QString& fileName, Keys
         return result;
     const QJsonArray array = QJsonDocument::fromJson(content).object().value(kList).toArray();
     for (const QJsonValue& element : array) {
+        if (result.size() >= ConfigFile::kMaxEntries)
+            break;
         MatrixInfo info;
         fromJson(element.toObject(), info, keys);
         result.insert(info.ip, info);
@@ -85,7 +87,7 @@ void MatrixInfoJson::writeLastConnected(const QString& fileName, const MatrixInf
     QFile file(fileName);
     if (!file.open(QIODevice::ReadWrite))
         return;
-    QJsonObject top = QJsonDocument::fromJson(file.readAll()).object();
+    QJsonObject top = QJsonDocument::fromJson(file.read(ConfigFile::kMaxFileBytes)).object();
     top.insert(kLastConnected, toJson(info, WithoutScreenState));
     // No truncation: the old tail survives a shorter text. Readers then see unparsable JSON and
     // fall back to empty results until the next list write rewrites the file.

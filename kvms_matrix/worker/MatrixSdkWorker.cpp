@@ -2,12 +2,15 @@
 #include "MatrixSdkWorker.h"
 
 #include "KovCapThread.h"
+#include "SdkCallLog.h"
 #include "SyncLocker.h"
 #include "TaskKeys.h"
 #include "UpdateContext.h"
 
 #include "KSingleton.h"
 #include "SystemMsg.h"
+
+#include <exception>
 
 namespace kvms_matrix {
 
@@ -70,6 +73,7 @@ void MatrixSdkWorker::registerMetaTypes()
 
 void MatrixSdkWorker::connectSignalsWithSlots()
 {
+    connect(this, &QThread::finished, this, &MatrixSdkWorker::restartAfterLeaving, Qt::QueuedConnection);
     connect(KCOMMON::KSingleton<SystemMsg>::instance(), &SystemMsg::signalQuitSystem, this,
         &MatrixSdkWorker::slotQuitSystem);
 }
@@ -111,23 +115,33 @@ bool MatrixSdkWorker::takeTask(WorkerTaskParam& task)
 
 void MatrixSdkWorker::startIfStopped()
 {
-    bool leaving = false;
     {
         SyncLocker lock(&m_taskMutex);
         m_running.store(true);
-        leaving = m_leaving;
-    }
-    // The loop may have decided to end just before the flag came back: let it finish, then
-    // start afresh, so that the task queued with this call is not stranded.
-    if (leaving)
-        wait();
-    if (!isRunning()) {
-        {
-            SyncLocker lock(&m_taskMutex);
-            m_leaving = false;
+        // The loop may have decided to end just before the flag came back. The caller does not
+        // wait for it: the thread starts afresh once it has finished (restartAfterLeaving), so the
+        // task queued with this call is not stranded.
+        if (m_leaving && !isFinished()) {
+            m_restartWhenFinished = true;
+            return;
         }
-        start(QThread::InheritPriority);
+        m_leaving = false;
     }
+    if (!isRunning())
+        start(QThread::InheritPriority);
+}
+
+void MatrixSdkWorker::restartAfterLeaving()
+{
+    {
+        SyncLocker lock(&m_taskMutex);
+        if (!m_restartWhenFinished)
+            return;
+        m_restartWhenFinished = false;
+        m_leaving = false;
+    }
+    wait(); // the thread has finished its run: this only collects it
+    start(QThread::InheritPriority);
 }
 
 void MatrixSdkWorker::finishPendingAndStop()
@@ -174,8 +188,21 @@ void MatrixSdkWorker::dispatch(const WorkerTaskParam& task)
     if (observer && task.taskType != TaskKind::None)
         observer(task, context);
 
-    if (const TaskHandler handler = handlerOf(task.taskType))
+    const TaskHandler handler
+        = task.taskType == TaskKind::RemoveMdHandle ? &MatrixSdkWorker::doRemoveMdHandle : handlerOf(task.taskType);
+    if (!handler)
+        return;
+    // A task that fails this way is lost, but the worker goes on with the next one: nothing a
+    // decoder sends may end the client.
+    m_wallSourcesOf = nullptr; // what the last task read of the wall may have changed since
+    try {
         (this->*handler)(task);
+    } catch (const std::exception& e) {
+        SdkCallLog::line(
+            QStringLiteral("{ taskType = %1 , failed = %2 }").arg(task.taskType).arg(QString::fromLocal8Bit(e.what())));
+    } catch (...) {
+        SdkCallLog::line(QStringLiteral("{ taskType = %1 , failed }").arg(task.taskType));
+    }
 }
 
 } // namespace kvms_matrix

@@ -34,6 +34,7 @@
 #include <map>
 #include <memory>
 #include <utility>
+#include <vector>
 
 namespace kvms_matrix {
 
@@ -326,6 +327,7 @@ private:
     void registerMetaTypes();
     void connectSignalsWithSlots();
     void startIfStopped();
+    void restartAfterLeaving();
     static WorkerTaskParam makeTask(int kind, QSharedPointer<CSharedHandle> handle = {});
     // A task about one sub-window: window and sub-window ids as keys, the window as a heap copy.
     static WorkerTaskParam makeWindowTask(
@@ -333,6 +335,15 @@ private:
     bool takeTask(WorkerTaskParam& task);
     void dispatch(const WorkerTaskParam& task);
     static TaskHandler handlerOf(int kind);
+    void doRemoveMdHandle(const WorkerTaskParam& task);
+    // The sources bound on the whole wall, read once per task on the worker thread.
+    const std::vector<DeviceInfo_t>& wallSources(CMHANDLE sdk, std::vector<DeviceInfo_t>& fresh);
+    // Media distributions: those of a connection that is gone, and those a failed binding started.
+    void forgetDistributionsOf(void* connection);
+    void forgetDistributionsSince(const std::map<std::pair<int, int>, MediaDistributeEntry>& before);
+    static void stopDistributions(const std::vector<void*>& mdHandles);
+    // The decoder's scenes, with the read's result in ret (0, or why the list could not be read).
+    QList<MatrixSceneInfo> readMatrixScenes(QSharedPointer<CSharedHandle> handle, int& ret);
 
     // connections
     void doConnectMatrix(const WorkerTaskParam& task);
@@ -398,7 +409,11 @@ private:
     QList<WorkerTaskParam> m_taskList; // oldest first; guarded by m_taskMutex
     QMutex m_taskMutex; // the queue only, held just to append or remove one task
     std::atomic<int> m_pendingCount { 0 }; // size of m_taskList, for the unlocked emptiness test
+    // What wallSources() read during the current task, and for which connection (null: nothing).
+    std::vector<DeviceInfo_t> m_wallSources;
+    CMHANDLE m_wallSourcesOf = nullptr;
     bool m_leaving = false; // the loop has decided to end; guarded by m_taskMutex
+    bool m_restartWhenFinished = false; // a start came while it was ending; guarded by m_taskMutex
     QSharedPointer<CSharedHandle> m_vmHandle; // latest successful login; guarded by m_registryMutex
     QMap<QString, QSharedPointer<CSharedHandle>> m_handleMap; // the registry, key the decoder IP
     QMap<QString, MatrixInfo> m_connectedMatrixMap; // first record per IP

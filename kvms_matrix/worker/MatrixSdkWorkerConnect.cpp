@@ -15,6 +15,12 @@
 
 namespace kvms_matrix {
 
+namespace {
+
+constexpr int kControlCallTimeoutMs = 2000;
+
+} // namespace
+
 void MatrixSdkWorker::connectMatrix(const MatrixInfo& info, void* userData)
 {
     WorkerTaskParam task;
@@ -112,6 +118,10 @@ void MatrixSdkWorker::doConnectMatrix(const WorkerTaskParam& task)
             parseConnectErrorMsg(buffer, errorInfo);
         }
     } else {
+        // A decoder answers a control call in milliseconds; one that takes longer than this holds
+        // every other decoder's work up, so the call gives up (a hung unit is dropped sooner, by
+        // heartbeat silence). Files moved by maintenance calls are small enough to pass within it.
+        CMatrix_SetTimeout(sdkHandle, kControlCallTimeoutMs);
         const QDateTime now = QDateTime::currentDateTime();
         const QDate date = now.date();
         const QTime time = now.time();
@@ -156,6 +166,8 @@ void MatrixSdkWorker::doConnectMatrix(const WorkerTaskParam& task)
         registered = m_handleMap.value(ip);
     }
 
+    if (replaced && replaced != handle)
+        forgetDistributionsOf(replaced->handle());
     emit signalConnectMatrixResult(registered, ret, matrixType, task.userData);
     if (ret != CMATRIX_OK)
         emit signalConnectErrorMsg(ip, errorInfo, task.userData);
@@ -165,6 +177,7 @@ void MatrixSdkWorker::doDisconnectMatrix(const WorkerTaskParam& task)
 {
     if (!task.handle)
         return;
+    forgetDistributionsOf(task.handle->handle());
     const int ret = CMatrix_Disconnect(task.handle->handle());
     SdkCallLog::call("CMatrix_Disconnect", ret);
 

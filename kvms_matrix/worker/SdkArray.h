@@ -1,11 +1,13 @@
 #pragma once
 
+#include "SdkCallLog.h"
+
 #include "CMatrixSDK.h"
 
 namespace kvms_matrix {
 
 // Owns an array the SDK handed out and gives it back on every path: CMatrix_Free for lists,
-// CMatrix_FreeLog for logs, always on the handle that produced it.
+// CMatrix_FreeLog for logs, always on the handle that produced it, logged like any SDK call.
 template <typename T> class SdkArray {
 public:
     explicit SdkArray(CMHANDLE handle)
@@ -34,8 +36,18 @@ public:
     }
 
 private:
-    void release(LogInfo_t* logs) { CMatrix_FreeLog(m_handle, logs); }
-    template <typename U> void release(U* list) { CMatrix_Free(m_handle, list); }
+    void release(LogInfo_t* logs)
+    {
+        SdkCallLog::Timer timer;
+        const int ret = CMatrix_FreeLog(m_handle, logs);
+        SdkCallLog::timed("CMatrix_FreeLog", m_handle, ret, timer.elapsedMs());
+    }
+    template <typename U> void release(U* list)
+    {
+        SdkCallLog::Timer timer;
+        const int ret = CMatrix_Free(m_handle, list);
+        SdkCallLog::timed("CMatrix_Free", m_handle, ret, timer.elapsedMs());
+    }
 
     CMHANDLE m_handle;
     T* m_items = nullptr;

@@ -52,6 +52,8 @@ TvWallManagement TvWallJson::fromJson(const QJsonObject& object)
     wall.main_type = object.value(kMainType).toInt();
     const QJsonArray second = object.value(kSecond).toArray();
     for (const QJsonValue& element : second) {
+        if (wall.second_ip.size() >= ConfigFile::kMaxSecondaries)
+            break;
         const QJsonObject entry = element.toObject();
         MatrixInfo decoder;
         decoder.ip = entry.value(kIp).toString();
@@ -80,6 +82,8 @@ QMap<QString, TvWallManagement> TvWallJson::readList(const QString& fileName)
         return result;
     const QJsonArray array = QJsonDocument::fromJson(content).object().value(kList).toArray();
     for (const QJsonValue& element : array) {
+        if (result.size() >= ConfigFile::kMaxEntries)
+            break;
         const TvWallManagement wall = fromJson(element.toObject());
         result.insert(wall.name, wall);
     }

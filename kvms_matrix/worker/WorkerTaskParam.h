@@ -62,7 +62,9 @@ enum : int {
     GetMatrixScreenColor = 51,
     SetMatrixScreenColor = 52,
     GetWallSnapshot = 53, // the wall as one picture, for the canvas's mimic
-    Count = 54 // kinds run from 0 to Count - 1
+    Count = 54, // kinds run from 0 to Count - 1
+    // The worker's own work, queued behind the forms' tasks; run outside the table.
+    RemoveMdHandle = 1000,
 };
 } // namespace TaskKind
 

@@ -1,9 +1,15 @@
 #include "MessageStream.h"
 
+#include <algorithm>
+
 namespace cmatrix::wire {
 
 void MessageStream::append(const uint8_t* data, size_t size)
 {
+    const size_t dropped = std::min(skip_, size);
+    skip_ -= dropped;
+    data += dropped;
+    size -= dropped;
     // Drop what was consumed before growing, so the buffer stays about one message long.
     if (offset_ > 0 && offset_ == buffer_.size()) {
         buffer_.clear();
@@ -34,6 +40,23 @@ MessageStream::Status MessageStream::next(Message& out)
     out.payload.assign(body, body + out.header.length);
     offset_ += WireHeader::kSize + out.header.length;
     return Status::Message;
+}
+
+bool MessageStream::peekHeader(WireHeader& out) const
+{
+    return error_ == WireHeader::Parse::Ok
+        && WireHeader::decode(buffer_.data() + offset_, buffer_.size() - offset_, out) == WireHeader::Parse::Ok;
+}
+
+void MessageStream::skipMessage()
+{
+    WireHeader header;
+    if (!peekHeader(header))
+        return;
+    offset_ += WireHeader::kSize;
+    const size_t here = std::min(size_t(header.length), buffer_.size() - offset_);
+    offset_ += here;
+    skip_ = header.length - here;
 }
 
 } // namespace cmatrix::wire

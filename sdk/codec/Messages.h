@@ -33,6 +33,10 @@ struct LoginRequest {
     std::string user, password;
     FIELDS(user, password)
 };
+struct LoginAccepted { // answer of a login: what the decoder can hold (empty from older units)
+    MatrixCapacity_t capacity {};
+    FIELDS(capacity)
+};
 struct LoginFailure { // answer of a refused login
     std::string errorJson;
     FIELDS(errorJson)

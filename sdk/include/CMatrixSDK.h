@@ -291,6 +291,25 @@ typedef struct LogInfo_t {
 #define LOG_TYPE_ALARM 2
 #define LOG_TYPE_SYSTEM 3
 
+/* What a decoder can hold, as it declares at login. (48 bytes)
+ * The SDK refuses any list answer longer than these (CMATRIX_ERR_TOO_LARGE) before it
+ * keeps the list. A decoder that declares nothing, or more than CMATRIX_CAPACITY_CEILING
+ * gives, is held to the ceiling. */
+typedef struct MatrixCapacity_t {
+    int32_t maxCols;          /* 0: grid columns */
+    int32_t maxRows;          /* 4: grid rows */
+    int32_t maxWindows;       /* 8: windows at once, floating ones included */
+    int32_t maxDivision;      /* 12: sub-windows of one window */
+    int32_t maxScreens;       /* 16 */
+    int32_t maxScenes;        /* 20 */
+    int32_t maxSchemes;       /* 24 */
+    int32_t maxSchemeDevices; /* 28: sources of one scheme */
+    int32_t maxFiles;         /* 32: entries of the USB file list */
+    int32_t maxLogs;          /* 36: entries of one log answer */
+    int32_t maxDistributions; /* 40: media distributions at once */
+    int32_t reserved;         /* 44 */
+} MatrixCapacity_t;
+
 /* ------------------------------------------------------------------ */
 /* Handles and callbacks                                               */
 /* ------------------------------------------------------------------ */
@@ -317,6 +336,8 @@ CMATRIX_API int CMatrix_SetTime(CMHANDLE handle, int year, int month, int day, i
 CMATRIX_API int CMatrix_Disconnect(CMHANDLE handle);
 /* Per-call timeout for later requests on this handle (default 5000 ms). */
 CMATRIX_API int CMatrix_SetTimeout(CMHANDLE handle, int timeoutMs);
+/* What the connected decoder can hold (the ceilings while not connected). No round trip. */
+CMATRIX_API int CMatrix_GetCapacity(CMHANDLE handle, MatrixCapacity_t* capacity);
 CMATRIX_API int CMatrix_Free(CMHANDLE handle, void* list);
 CMATRIX_API int CMatrix_FreeLog(CMHANDLE handle, LogInfo_t* logs);
 
@@ -391,6 +412,10 @@ CMATRIX_API int CMatrix_DisplayFrame(CMHANDLE handle, int windowId, int channel,
  * (16..3840 by 16..2160): for a live mimic of the wall, one call per refresh. Returns
  * the JPEG's size in bytes; *jpeg is released with CMatrix_Free on the same handle. */
 CMATRIX_API int CMatrix_GetWallSnapshot(CMHANDLE handle, int width, int height, unsigned char** jpeg);
+/* As CMatrix_DisplayFrame, but gives up after timeoutMs (CMATRIX_ERR_TIMEOUT): the frame is dropped.
+ * For live pictures, where a late frame is worth nothing. */
+CMATRIX_API int CMatrix_DisplayFrameWithin(CMHANDLE handle, int windowId, int channel, const unsigned char* frame,
+                                           int length, int timeoutMs);
 
 /* ------------------------------------------------------------------ */
 /* Maintenance                                                         */
@@ -522,5 +547,7 @@ CMATRIX_CHECK_LAYOUT(ScreenResolution_t, 16);
 CMATRIX_CHECK_LAYOUT(HdmiStatus_t, 88);
 CMATRIX_CHECK_LAYOUT(UpdateStatus_t, 44);
 CMATRIX_CHECK_LAYOUT(LogInfo_t, 256);
+CMATRIX_CHECK_LAYOUT(MatrixCapacity_t, 48);
+CMATRIX_CHECK_OFFSET(MatrixCapacity_t, maxDistributions, 40);
 
 #endif /* CMATRIX_SDK_H */

@@ -39,7 +39,8 @@ int CMatrix_GetFileList(CMHANDLE handle, DevPlayFile_t** files)
             return CMATRIX_ERR_INVALID_PARAM;
         *files = nullptr;
         FileList answer;
-        const int rc = session.call(MessageType::GetFileList, Empty {}, answer);
+        const int rc
+            = session.callList(MessageType::GetFileList, Empty {}, answer, answer.files, session.capacity().maxFiles);
         return rc != CMATRIX_OK ? rc : session.handOut(answer.files, files);
     });
 }

@@ -111,7 +111,8 @@ int CMatrix_GetLog(CMHANDLE handle, int type, uint32_t beginTime, uint32_t endTi
             return CMATRIX_ERR_INVALID_PARAM;
         *logs = nullptr;
         LogList answer;
-        const int rc = session.call(MessageType::GetLog, LogQuery { type, beginTime, endTime }, answer);
+        const int rc = session.callList(MessageType::GetLog, LogQuery { type, beginTime, endTime }, answer, answer.logs,
+            session.capacity().maxLogs);
         if (rc != CMATRIX_OK)
             return rc;
         for (LogInfo_t& entry : answer.logs) { // read as C strings by the caller

@@ -6,6 +6,8 @@
 #include "MediaRegistry.h"
 #include "Messages.h"
 
+#include <optional>
+
 using namespace cmatrix::sdk;
 using namespace cmatrix::wire;
 
@@ -23,6 +25,22 @@ int checkFrame(const unsigned char* frame, int length)
     return CMATRIX_OK;
 }
 
+int displayFrame(Session& session, int windowId, int channel, const unsigned char* frame, int length,
+    std::optional<Clock::time_point> until)
+{
+    if (const int rc = checkFrame(frame, length); rc != CMATRIX_OK)
+        return rc;
+    std::shared_ptr<Connection> connection;
+    if (const int rc = session.displayLink().acquire(session, session.mediaGeneration(), connection, until);
+        rc != CMATRIX_OK)
+        return rc;
+    DisplayFrameRequest request;
+    request.windowId = windowId;
+    request.channel = channel;
+    request.frame.assign(frame, frame + length);
+    Empty answer;
+    return connection->call(MessageType::DisplayFrame, request, answer, until.value_or(session.deadline()));
+}
 } // namespace
 
 extern "C" {
@@ -83,19 +101,18 @@ int CMatrix_SendMediaFrame(CMMDHANDLE media, const unsigned char* frame, int len
 
 int CMatrix_DisplayFrame(CMHANDLE handle, int windowId, int channel, const unsigned char* frame, int length)
 {
+    return withSession(handle,
+        [&](Session& session) { return displayFrame(session, windowId, channel, frame, length, std::nullopt); });
+}
+
+int CMatrix_DisplayFrameWithin(
+    CMHANDLE handle, int windowId, int channel, const unsigned char* frame, int length, int timeoutMs)
+{
     return withSession(handle, [&](Session& session) {
-        if (const int rc = checkFrame(frame, length); rc != CMATRIX_OK)
-            return rc;
-        std::shared_ptr<Connection> connection;
-        if (const int rc = session.displayLink().acquire(session, session.mediaGeneration(), connection);
-            rc != CMATRIX_OK)
-            return rc;
-        DisplayFrameRequest request;
-        request.windowId = windowId;
-        request.channel = channel;
-        request.frame.assign(frame, frame + length);
-        Empty answer;
-        return connection->call(MessageType::DisplayFrame, request, answer, session.deadline());
+        if (timeoutMs <= 0)
+            return CMATRIX_ERR_INVALID_PARAM;
+        return displayFrame(
+            session, windowId, channel, frame, length, Clock::now() + std::chrono::milliseconds(timeoutMs));
     });
 }
 

@@ -26,7 +26,8 @@ int CMatrix_SceneGet(CMHANDLE handle, SceneInfo_t** scenes)
             return CMATRIX_ERR_INVALID_PARAM;
         *scenes = nullptr;
         SceneList answer;
-        const int rc = session.call(MessageType::SceneGet, Empty {}, answer);
+        const int rc
+            = session.callList(MessageType::SceneGet, Empty {}, answer, answer.scenes, session.capacity().maxScenes);
         return rc != CMATRIX_OK ? rc : session.handOut(answer.scenes, scenes);
     });
 }

@@ -26,7 +26,8 @@ int CMatrix_SchemeGet(CMHANDLE handle, SchemeInfo_t** schemes)
             return CMATRIX_ERR_INVALID_PARAM;
         *schemes = nullptr;
         SchemeList answer;
-        const int rc = session.call(MessageType::SchemeGet, Empty {}, answer);
+        const int rc
+            = session.callList(MessageType::SchemeGet, Empty {}, answer, answer.schemes, session.capacity().maxSchemes);
         return rc != CMATRIX_OK ? rc : session.handOut(answer.schemes, schemes);
     });
 }
@@ -63,7 +64,8 @@ int CMatrix_SchemeGetDevices(CMHANDLE handle, uint32_t schemeId, SchemeDevice_t*
         *devices = nullptr;
         const IdRequest request { schemeId };
         SchemeDevices answer;
-        const int rc = session.call(MessageType::SchemeGetDevices, request, answer);
+        const int rc = session.callList(
+            MessageType::SchemeGetDevices, request, answer, answer.devices, session.capacity().maxSchemeDevices);
         return rc != CMATRIX_OK ? rc : session.handOut(answer.devices, devices);
     });
 }

@@ -91,6 +91,16 @@ int CMatrix_SetTimeout(CMHANDLE handle, int timeoutMs)
     });
 }
 
+int CMatrix_GetCapacity(CMHANDLE handle, MatrixCapacity_t* capacity)
+{
+    return withSession(handle, [&](Session& session) {
+        if (!capacity)
+            return CMATRIX_ERR_INVALID_PARAM;
+        *capacity = session.capacity();
+        return CMATRIX_OK;
+    });
+}
+
 int CMatrix_Free(CMHANDLE handle, void* list)
 {
     return withSession(handle, [&](Session& session) { return session.release(list); });

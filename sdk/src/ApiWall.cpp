@@ -42,7 +42,8 @@ int CMatrix_GetScreens(CMHANDLE handle, ScreenInfo_t** screens)
             return CMATRIX_ERR_INVALID_PARAM;
         *screens = nullptr;
         ScreenList answer;
-        const int rc = session.call(MessageType::GetScreens, Empty {}, answer);
+        const int rc = session.callList(
+            MessageType::GetScreens, Empty {}, answer, answer.screens, session.capacity().maxScreens);
         return rc != CMATRIX_OK ? rc : session.handOut(answer.screens, screens);
     });
 }

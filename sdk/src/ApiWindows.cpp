@@ -38,7 +38,8 @@ int CMatrix_WindowGet(CMHANDLE handle, MatrixWindowStatus_t** windows)
             return CMATRIX_ERR_INVALID_PARAM;
         *windows = nullptr;
         WindowList answer;
-        const int rc = session.call(MessageType::WindowGet, Empty {}, answer);
+        const int rc
+            = session.callList(MessageType::WindowGet, Empty {}, answer, answer.windows, session.capacity().maxWindows);
         return rc != CMATRIX_OK ? rc : session.handOut(answer.windows, windows);
     });
 }
@@ -70,7 +71,8 @@ int CMatrix_WindowGetDivision(CMHANDLE handle, WindowDivision_t** divisions)
             return CMATRIX_ERR_INVALID_PARAM;
         *divisions = nullptr;
         DivisionList answer;
-        const int rc = session.call(MessageType::WindowGetDivision, Empty {}, answer);
+        const int rc = session.callList(
+            MessageType::WindowGetDivision, Empty {}, answer, answer.divisions, session.capacity().maxWindows);
         return rc != CMATRIX_OK ? rc : session.handOut(answer.divisions, divisions);
     });
 }
@@ -117,7 +119,8 @@ int CMatrix_WindowDeviceGet(CMHANDLE handle, int windowId, DeviceInfo_t** device
         *devices = nullptr;
         const WindowIdRequest request { windowId };
         WindowDevices answer;
-        const int rc = session.call(MessageType::WindowDeviceGet, request, answer);
+        const int rc = session.callList(
+            MessageType::WindowDeviceGet, request, answer, answer.devices, session.capacity().maxDivision);
         return rc != CMATRIX_OK ? rc : session.handOut(answer.devices, devices);
     });
 }

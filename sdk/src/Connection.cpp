@@ -14,6 +14,8 @@ namespace {
 // How long the reader keeps off the socket after a call, and how often it looks again
 // while calls are under way.
 constexpr std::chrono::milliseconds kReaderPause { 5 };
+// Messages the decoder pushes on its own are small (firmware progress).
+constexpr uint32_t kMaxPushPayload = 64 * 1024;
 
 } // namespace
 
@@ -101,11 +103,12 @@ void Connection::lose()
 }
 
 int Connection::exchange(MessageType type, uint32_t requestId, const std::vector<uint8_t>& frame,
-    Clock::time_point deadline, wire::Message& answer)
+    Clock::time_point deadline, wire::Message& answer, size_t maxAnswer)
 {
     if (frame.size() - WireHeader::kSize > WireHeader::kMaxPayload)
         return CMATRIX_ERR_TOO_LARGE;
     Pending pending;
+    pending.maxAnswer = maxAnswer;
     {
         std::lock_guard<std::mutex> lock(mutex_);
         if (!isOpen())
@@ -260,6 +263,11 @@ bool Connection::readOnce(int waitMs)
     stream_.append(buffer_.data(), size);
     wire::Message message;
     for (;;) {
+        WireHeader header;
+        if (stream_.peekHeader(header) && !admit(header)) {
+            stream_.skipMessage();
+            continue;
+        }
         switch (stream_.next(message)) {
         case wire::MessageStream::Status::Message:
             dispatch(message);
@@ -270,6 +278,26 @@ bool Connection::readOnce(int waitMs)
             return false; // a bad header cannot be skipped: framing is lost
         }
     }
+}
+
+// Whether a message whose header has arrived is worth keeping. An answer longer than its caller
+// can take ends that call at once and is dropped unread, as is an answer nobody waits for.
+bool Connection::admit(const WireHeader& header)
+{
+    if (!wire::isResponse(header.type))
+        return header.length <= kMaxPushPayload;
+    std::lock_guard<std::mutex> lock(mutex_);
+    const auto it = pending_.find(header.requestId);
+    if (it == pending_.end())
+        return false;
+    Pending* pending = it->second;
+    if (header.length <= pending->maxAnswer)
+        return true;
+    pending_.erase(it);
+    pending->result = CMATRIX_ERR_TOO_LARGE;
+    pending->finished = true;
+    pending->done.notify_one();
+    return false;
 }
 
 void Connection::dispatch(wire::Message& message)

@@ -33,8 +33,11 @@ namespace cmatrix::sdk {
 class Connection : public std::enable_shared_from_this<Connection> {
 public:
     struct Timing {
-        std::chrono::milliseconds heartbeat { 1000 }; // sent after this long without sending anything
-        std::chrono::milliseconds silence { 4000 }; // the peer is gone after this long without a byte
+        // A hung decoder must be noticed within a second: a control call waiting on it holds up
+        // the whole worker (every other decoder's work), so silence ends it at 900 ms, with room
+        // for three heartbeats lost or late before that.
+        std::chrono::milliseconds heartbeat { 200 }; // sent after this long without sending anything
+        std::chrono::milliseconds silence { 900 }; // the peer is gone after this long without a byte
     };
 
     // Opens the TCP connection; the reader starts with start().
@@ -57,19 +60,22 @@ public:
     uint32_t nextRequestId();
 
     // Sends a whole request frame (header with this id, then payload) and waits for its answer.
+    // An answer whose payload is longer than maxAnswer is dropped unread: CMATRIX_ERR_TOO_LARGE.
     int exchange(wire::MessageType type, uint32_t requestId, const std::vector<uint8_t>& frame,
-        Clock::time_point deadline, wire::Message& answer);
+        Clock::time_point deadline, wire::Message& answer, size_t maxAnswer = wire::WireHeader::kMaxPayload);
 
     // Sends a payload-less message nobody waits an answer for.
     int post(wire::MessageType type, Clock::time_point deadline) { return sendBare(type, deadline, true); }
 
     // A request and its decoded answer. A decoder's refusal comes back as its error code.
     template <class Request, class Answer>
-    int call(wire::MessageType type, const Request& request, Answer& answer, Clock::time_point deadline)
+    int call(wire::MessageType type, const Request& request, Answer& answer, Clock::time_point deadline,
+        size_t maxAnswer = wire::WireHeader::kMaxPayload)
     {
         const uint32_t id = nextRequestId();
         wire::Message reply;
-        const int rc = exchange(type, id, wire::Message::encode(uint16_t(type), id, 0, request), deadline, reply);
+        const int rc
+            = exchange(type, id, wire::Message::encode(uint16_t(type), id, 0, request), deadline, reply, maxAnswer);
         if (rc != CMATRIX_OK)
             return rc;
         if (reply.header.status != CMATRIX_OK)
@@ -86,6 +92,7 @@ private:
         std::condition_variable done;
         wire::Message answer;
         int result = CMATRIX_OK;
+        size_t maxAnswer = wire::WireHeader::kMaxPayload;
         bool finished = false;
         bool nudged = false; // the socket is free: try to read it
     };
@@ -100,6 +107,7 @@ private:
     void readFor(const Pending& pending, Clock::time_point deadline);
     bool readOnce(int waitMs);
     void releaseReading();
+    bool admit(const wire::WireHeader& header);
     void dispatch(wire::Message& message);
     void keepAlive(Clock::time_point now);
 

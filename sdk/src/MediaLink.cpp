@@ -4,12 +4,16 @@
 
 namespace cmatrix::sdk {
 
-int MediaLink::acquire(Session& session, uint64_t generation, std::shared_ptr<Connection>& out)
+int MediaLink::acquire(
+    Session& session, uint64_t generation, std::shared_ptr<Connection>& out, std::optional<Clock::time_point> until)
 {
-    std::lock_guard<std::mutex> lock(mutex_);
+    std::unique_lock<std::timed_mutex> lock(mutex_, std::defer_lock);
+    if (until ? !lock.try_lock_until(*until) : (lock.lock(), false))
+        return CMATRIX_ERR_TIMEOUT;
     if (!connection_ || !connection_->isOpen()) {
         connection_.reset();
-        if (const int rc = session.openMedia(generation, connection_); rc != CMATRIX_OK)
+        if (const int rc = session.openMedia(generation, connection_, until.value_or(session.deadline()));
+            rc != CMATRIX_OK)
             return rc;
     }
     out = connection_;
@@ -20,7 +24,7 @@ void MediaLink::close()
 {
     std::shared_ptr<Connection> connection;
     {
-        std::lock_guard<std::mutex> lock(mutex_);
+        std::lock_guard<std::timed_mutex> lock(mutex_);
         connection = std::move(connection_);
     }
     if (connection)

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 #include <mutex>
+#include <optional>
 
 namespace cmatrix::sdk {
 
@@ -21,11 +22,13 @@ public:
     MediaLink(const MediaLink&) = delete;
     MediaLink& operator=(const MediaLink&) = delete;
 
-    int acquire(Session& session, uint64_t generation, std::shared_ptr<Connection>& out);
+    // Opening gives up at `until` (default: the handle's call timeout from now).
+    int acquire(Session& session, uint64_t generation, std::shared_ptr<Connection>& out,
+        std::optional<Clock::time_point> until = std::nullopt);
     void close();
 
 private:
-    std::mutex mutex_; // held while opening, so concurrent first users open it once
+    std::timed_mutex mutex_; // held while opening, so concurrent first users open it once
     std::shared_ptr<Connection> connection_;
 };
 

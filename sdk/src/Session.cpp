@@ -74,8 +74,9 @@ int Session::connect(
         else
             rc = CMATRIX_ERR_INVALID_HANDLE;
     }
+    MatrixCapacity_t capacity = CapacityLimits::ceiling();
     if (rc == CMATRIX_OK)
-        rc = login(*connection, user, password, deadline);
+        rc = login(*connection, user, password, deadline, capacity);
     {
         std::lock_guard<std::mutex> lock(mutex_);
         if (connecting_ == connection)
@@ -87,6 +88,7 @@ int Session::connect(
         if (rc == CMATRIX_OK && connection->isOpen()) {
             control_ = connection;
             credentials_ = Credentials { ip, port, user, password };
+            capacity_ = capacity;
         } else if (rc == CMATRIX_OK) {
             rc = CMATRIX_ERR_DISCONNECTED;
         }
@@ -96,8 +98,8 @@ int Session::connect(
     return rc;
 }
 
-int Session::login(
-    Connection& connection, const std::string& user, const std::string& password, Clock::time_point deadline)
+int Session::login(Connection& connection, const std::string& user, const std::string& password,
+    Clock::time_point deadline, MatrixCapacity_t& capacity)
 {
     const uint32_t id = connection.nextRequestId();
     const wire::LoginRequest request { user, password };
@@ -106,16 +108,32 @@ int Session::login(
         MessageType::Login, id, wire::Message::encode(uint16_t(MessageType::Login), id, 0, request), deadline, answer);
     if (rc != CMATRIX_OK)
         return rc;
-    if (answer.header.status == CMATRIX_OK) {
-        wire::Empty nothing;
-        return answer.decode(nothing) ? CMATRIX_OK : CMATRIX_ERR_PROTOCOL;
-    }
+    if (answer.header.status == CMATRIX_OK)
+        return acceptedCapacity(answer, capacity) ? CMATRIX_OK : CMATRIX_ERR_PROTOCOL;
     wire::LoginFailure failure;
     if (answer.decode(failure)) {
         std::lock_guard<std::mutex> lock(mutex_);
         loginError_ = std::move(failure.errorJson);
     }
     return Connection::statusResult(answer.header.status);
+}
+
+bool Session::acceptedCapacity(const wire::Message& answer, MatrixCapacity_t& capacity)
+{
+    capacity = CapacityLimits::ceiling();
+    if (answer.payload.empty())
+        return true; // a unit that does not declare its capacity
+    wire::LoginAccepted accepted;
+    if (!answer.decode(accepted))
+        return false;
+    capacity = CapacityLimits::clamp(accepted.capacity);
+    return true;
+}
+
+MatrixCapacity_t Session::capacity() const
+{
+    std::lock_guard<std::mutex> lock(mutex_);
+    return capacity_;
 }
 
 bool Session::loginError(std::string& text) const
@@ -175,7 +193,7 @@ uint64_t Session::mediaGeneration() const
     return mediaGeneration_;
 }
 
-int Session::openMedia(uint64_t generation, std::shared_ptr<Connection>& out)
+int Session::openMedia(uint64_t generation, std::shared_ptr<Connection>& out, Clock::time_point until)
 {
     Credentials credentials;
     Connection::Timing timing;
@@ -192,15 +210,22 @@ int Session::openMedia(uint64_t generation, std::shared_ptr<Connection>& out)
         credentials = credentials_;
         timing = timing_;
     }
-    const Clock::time_point until = deadline();
     std::shared_ptr<Connection> connection;
     int rc = Connection::open(credentials.ip, credentials.port, until, timing, connection);
     if (rc != CMATRIX_OK)
         return rc;
     connection->start({}); // a lost media connection is not the handle's news
-    wire::Empty answer;
-    rc = connection->call(
-        MessageType::Login, wire::LoginRequest { credentials.user, credentials.password }, answer, until);
+    const uint32_t id = connection->nextRequestId();
+    wire::Message answer;
+    rc = connection->exchange(MessageType::Login, id,
+        wire::Message::encode(
+            uint16_t(MessageType::Login), id, 0, wire::LoginRequest { credentials.user, credentials.password }),
+        until, answer);
+    MatrixCapacity_t ignored {};
+    if (rc == CMATRIX_OK && answer.header.status != CMATRIX_OK)
+        rc = Connection::statusResult(answer.header.status);
+    else if (rc == CMATRIX_OK && !acceptedCapacity(answer, ignored))
+        rc = CMATRIX_ERR_PROTOCOL;
     if (rc == CMATRIX_OK) {
         std::lock_guard<std::mutex> lock(mutex_);
         // Closed meanwhile: closeMedia() could not see this one yet.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CMatrixSDK.h"
+#include "CapacityLimits.h"
 #include "Connection.h"
 #include "MediaLink.h"
 #include "UpdateNotifier.h"
@@ -54,18 +55,33 @@ public:
     uint64_t mediaGeneration() const;
     // Opens and logs in a media connection with the credentials of the last connect,
     // if the handle is still in that generation.
-    int openMedia(uint64_t generation, std::shared_ptr<Connection>& out);
+    int openMedia(uint64_t generation, std::shared_ptr<Connection>& out, Clock::time_point until);
     // The connection CMatrix_DisplayFrame sends on.
     MediaLink& displayLink() { return display_; }
 
-    // One request on the control connection within the handle's timeout.
-    template <class Request, class Answer> int call(wire::MessageType type, const Request& request, Answer& answer)
+    // One request on the control connection within the handle's timeout; an answer longer
+    // than maxAnswer bytes is refused unread.
+    template <class Request, class Answer>
+    int call(wire::MessageType type, const Request& request, Answer& answer,
+        size_t maxAnswer = wire::WireHeader::kMaxPayload)
     {
         const std::shared_ptr<Connection> connection = control();
         if (!connection)
             return CMATRIX_ERR_FAILED;
         const auto deadline = Clock::now() + std::chrono::milliseconds(timeoutMs_.load());
-        return connection->call(type, request, answer, deadline);
+        return connection->call(type, request, answer, deadline, maxAnswer);
+    }
+
+    // What the connected decoder declared it can hold (the ceilings before any login).
+    MatrixCapacity_t capacity() const;
+    // A list request whose answer may hold at most limit records of T: a longer one is refused.
+    template <class Request, class Answer, class T>
+    int callList(wire::MessageType type, const Request& request, Answer& answer, const std::vector<T>& list, int limit)
+    {
+        const int rc = call(type, request, answer, CapacityLimits::listBytes(limit, sizeof(T)));
+        if (rc == CMATRIX_OK && list.size() > size_t(limit))
+            return CMATRIX_ERR_TOO_LARGE;
+        return rc;
     }
 
     // Copies items into a malloc'ed array the caller releases with release(); returns the count.
@@ -82,7 +98,10 @@ public:
 private:
     std::shared_ptr<Connection> control() const;
     void* handOutBytes(const void* data, size_t size);
-    int login(Connection& connection, const std::string& user, const std::string& password, Clock::time_point deadline);
+    int login(Connection& connection, const std::string& user, const std::string& password, Clock::time_point deadline,
+        MatrixCapacity_t& capacity);
+    // The capacity an accepted login's answer declares; false when the answer is malformed.
+    static bool acceptedCapacity(const wire::Message& answer, MatrixCapacity_t& capacity);
     void connectionLost(const Connection* connection);
     void closeMedia();
     void pushed(const wire::Message& message);
@@ -99,6 +118,7 @@ private:
     void* callbackUser_ = nullptr;
     std::string loginError_;
     Connection::Timing timing_;
+    MatrixCapacity_t capacity_ = CapacityLimits::ceiling();
 
     // Also guarded by mutex_: where media connections go, and those open now.
     struct Credentials {

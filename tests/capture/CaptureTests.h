@@ -36,4 +36,5 @@ private slots:
     void removeMdHandle_data();
     void removeMdHandle();
     void removeMdHandleTakesTheFirstMatchInKeyOrder();
+    void removeMdHandleDoesNotWaitForTheDecoder();
 };

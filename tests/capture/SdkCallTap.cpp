@@ -81,6 +81,17 @@ int CMatrix_DisplayFrame(CMHANDLE handle, int windowId, int channel, const unsig
     return result;
 }
 
+int CMatrix_DisplayFrameWithin(
+    CMHANDLE handle, int windowId, int channel, const unsigned char* frame, int length, int timeoutMs)
+{
+    static const auto next = real<decltype(&CMatrix_DisplayFrameWithin)>("CMatrix_DisplayFrameWithin");
+    SdkCall call { SdkCall::DisplayFrame, handle, windowId, channel, bytes(frame, length), 0 };
+    call.result = next(handle, windowId, channel, frame, length, timeoutMs);
+    const int result = call.result;
+    note(std::move(call));
+    return result;
+}
+
 int CMatrix_SendMediaFrame(CMMDHANDLE media, const unsigned char* frame, int length)
 {
     static const auto next = real<decltype(&CMatrix_SendMediaFrame)>("CMatrix_SendMediaFrame");

@@ -1,6 +1,7 @@
 // The media-distribution registry: which SDK call carries a replayed frame, and removeMdHandle.
 #include "CaptureTests.h"
 
+#include "QueuedSignalSpy.h"
 #include "SdkCallTap.h"
 #include "TestTimeout.h"
 
@@ -15,6 +16,14 @@ using kvms_matrix::VideoStreamInfo;
 using kvmstest::scaled;
 
 namespace {
+
+// Waits until the worker has run everything queued before this call.
+bool drained(kvms_matrix::MatrixSdkWorker* w)
+{
+    QueuedSignalSpy done(w, &kvms_matrix::MatrixSdkWorker::signalGetSceneInfoResult);
+    w->getScene({});
+    return done.wait(kvmstest::scaled(5000));
+}
 
 CMMDHANDLE startDistribution(const CaptureRig::Handle& h, const char* source, int channel)
 {
@@ -153,6 +162,7 @@ void CaptureTests::removeMdHandle()
     const qint64 logBefore = rig_.logSize();
 
     w->removeMdHandle(other, 5, subWindowId, windowType);
+    QVERIFY(drained(w));
 
     const QStringList lines = rig_.logLinesSince(logBefore);
     if (!stopped) {
@@ -194,12 +204,32 @@ void CaptureTests::removeMdHandleTakesTheFirstMatchInKeyOrder()
     SdkCallTap::clear();
 
     w->removeMdHandle(h, 3, 1, 0);
+    QVERIFY(drained(w));
     QCOMPARE(SdkCallTap::count(), 1);
     QCOMPARE(SdkCallTap::calls().first().handle, earlier);
     QCOMPARE(w->mdRegistry().size(), size_t(1));
     QCOMPARE(w->mdRegistry().begin()->first, std::make_pair(7, 1));
 
     w->removeMdHandle(h, 3, 1, 0);
+    QVERIFY(drained(w));
     QCOMPARE(SdkCallTap::calls().last().handle, later);
     QVERIFY(w->mdRegistry().empty());
+}
+
+// The caller returns before the decoder answers the stop: it is carried out on the worker thread.
+void CaptureTests::removeMdHandleDoesNotWaitForTheDecoder()
+{
+    vdec::VirtualDecoder* d = rig_.startDecoder(167);
+    QVERIFY(d);
+    const CaptureRig::Handle h = rig_.connect(d);
+    QVERIFY(h);
+    const CMMDHANDLE md = startDistribution(h, "cap_slow", 4);
+    QVERIFY(md);
+    kvms_matrix::MatrixSdkWorker* w = CaptureRig::worker();
+    w->addMdHandle(6, 4, MediaDistributeEntry { md, 6, 1, 0 });
+    d->faults().neverAnswer(cmatrix::wire::MessageType::StopMediaDistribute);
+
+    w->removeMdHandle(h, 6, 1, 0);
+    QCOMPARE(w->mdRegistry().size(), size_t(1)); // still waiting on the worker thread
+    QTRY_VERIFY_WITH_TIMEOUT(w->mdRegistry().empty(), kvmstest::scaled(5000)); // the call timed out
 }

@@ -1,5 +1,6 @@
 #include "DecoderTests.h"
 #include "WireRecords.h"
+#include "state/WindowTable.h"
 
 #include <QtTest>
 
@@ -69,7 +70,7 @@ void DecoderTests::badRequests_data()
     row("window id taken", T::WindowAdd, adding({ window(1, 0, 0, 10, 10) }), exists);
     row("window past the edge", T::WindowAdd, adding({ window(7, 1, 0, 32768, 10) }), geometry);
     row("window size wrapping", T::WindowAdd, adding({ window(7, 10, 0, INT32_MAX, 10) }), geometry);
-    row("windows beyond the limit", T::WindowAdd, adding(manyWindows(10, 63)), limit);
+    row("windows beyond the limit", T::WindowAdd, adding(manyWindows(10, vdec::WindowTable::kMaxWindows - 1)), limit);
 
     row("delete unknown among known", T::WindowDel, body(IdList { { 1, 99 } }), noWindow);
     row("move unknown", T::WindowMove, body(WindowMoveRequest { window(99, 0, 0, 10, 10) }), noWindow);

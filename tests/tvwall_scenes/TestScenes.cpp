@@ -27,8 +27,11 @@ void TvWallScenesTest::newSceneId_data()
     QTest::addColumn<int>("requested");
     QTest::addColumn<int>("expected");
     QTest::addColumn<int>("scenesAfter");
-    QTest::newRow("first free between 1, 2 and 4") << QList<int> { 1, 2, 4 } << -1 << 3 << 4;
-    QTest::newRow("explicit id overwrites") << QList<int> { 1, 2 } << 2 << 2 << 2;
+    QTest::addColumn<int>("listRead"); // what the decoder answers to the scene list
+    QTest::newRow("first free between 1, 2 and 4") << QList<int> { 1, 2, 4 } << -1 << 3 << 4 << CMATRIX_OK;
+    QTest::newRow("explicit id overwrites") << QList<int> { 1, 2 } << 2 << 2 << 2 << CMATRIX_OK;
+    // Guessing id 1 would overwrite the operator's scene 1.
+    QTest::newRow("list unreadable: refused") << QList<int> { 1 } << -1 << -1 << 1 << CMATRIX_ERR_BUSY;
 }
 
 void TvWallScenesTest::newSceneId()
@@ -37,6 +40,7 @@ void TvWallScenesTest::newSceneId()
     QFETCH(int, requested);
     QFETCH(int, expected);
     QFETCH(int, scenesAfter);
+    QFETCH(int, listRead);
     vdec::VirtualDecoder* d = startDecoder(200);
     QVERIFY(d);
     RawWall raw(d);
@@ -46,19 +50,22 @@ void TvWallScenesTest::newSceneId()
     const Handle h = connectWorker(d);
     QVERIFY(h);
 
+    if (listRead != CMATRIX_OK)
+        d->faults().failNext(cmatrix::wire::MessageType::SceneGet, listRead);
     int marker = 0;
     QueuedSignalSpy saved(worker(), &MatrixSdkWorker::signalSaveSceneResult);
     worker()->saveScene(h, requested, QStringLiteral("Morning"), &marker);
     QVERIFY(saved.wait(scaled(5000)));
-    QCOMPARE(saved.at(0).at(0).toInt(), CMATRIX_OK);
+    QCOMPARE(saved.at(0).at(0).toInt(), listRead);
     QCOMPARE(saved.at(0).at(1).toInt(), expected);
     QCOMPARE(saved.at(0).at(2).toString(), QStringLiteral("Morning"));
     QCOMPARE(saved.at(0).at(3).value<void*>(), static_cast<void*>(&marker));
 
     const vdec::DecoderSnapshot s = d->snapshot();
     QCOMPARE(int(s.scenes.size()), scenesAfter);
-    QVERIFY(s.scene(uint32_t(expected)));
-    QCOMPARE(QString::fromStdString(s.scene(uint32_t(expected))->name), QStringLiteral("Morning"));
+    const uint32_t kept = listRead == CMATRIX_OK ? uint32_t(expected) : 1u;
+    QVERIFY(s.scene(kept));
+    QCOMPARE(QString::fromStdString(s.scene(kept)->name), listRead == CMATRIX_OK ? "Morning" : "old");
 }
 
 void TvWallScenesTest::renameStoresTheCurrentWall_data()
@@ -138,6 +145,10 @@ void TvWallScenesTest::restoreListAndRemove()
     // The list goes to the call log as JSON under the routine's name.
     QVERIFY(logText().contains(QStringLiteral(R"(funcName = getMatrixScenes , params { mHandle = )")));
     QVERIFY(logText().contains(QStringLiteral(R"( , ret = {"ret":[{"sceneId":1,"sceneName":"seven"}]}  , time = )")));
+    // The list goes back to the SDK logged, as every list of every topic does.
+    const QString handle = QStringLiteral("0x") + QString::number(quintptr(h->handle()), 16);
+    QVERIFY(logText().contains(
+        QStringLiteral("{ funcName = CMatrix_Free , params{ mHandle = %1 } , ret = 0 , ").arg(handle)));
 }
 
 void TvWallScenesTest::sceneNameIsCutToItsField()

@@ -86,3 +86,27 @@ void TvWallWindowsTest::newLayoutStartsCleanAndReadsBack()
         QCOMPARE(back[i].screenList, screens[i].screenList);
     }
 }
+
+void TvWallWindowsTest::layoutWithinWhatTheDecoderHolds_data()
+{
+    QTest::addColumn<int>("side");
+    QTest::addColumn<int>("ret");
+    QTest::newRow("16 x 16, the largest grid") << 16 << CMATRIX_OK;
+    QTest::newRow("17 x 17, refused untouched") << 17 << CMATRIX_ERR_LIMIT;
+}
+
+void TvWallWindowsTest::layoutWithinWhatTheDecoderHolds()
+{
+    QFETCH(int, side);
+    QFETCH(int, ret);
+    const Handle h = wallOn(249, 2, 2);
+    QVERIFY(h);
+    QCOMPARE(CMatrix_SceneCreate(*sdk_, 1, "Day"), CMATRIX_OK);
+    QueuedSignalSpy laid(worker(), &MatrixSdkWorker::signalSetLayoutResult);
+    worker()->setLayout(QStringLiteral("Big"), 0, side, side, {}, decoder_->address());
+    QVERIFY(laid.wait(scaled(10000)));
+    QCOMPARE(laid.at(0).at(0).toInt(), ret);
+    const vdec::DecoderSnapshot s = decoder_->snapshot();
+    QCOMPARE(int(s.windows.size()), ret == CMATRIX_OK ? side * side : 4);
+    QCOMPARE(s.scenes.size(), size_t(ret == CMATRIX_OK ? 0 : 1));
+}

@@ -135,12 +135,20 @@ void TvWallWindowsTest::displayDeviceGetsADistribution()
     QCOMPARE(QString::fromUtf8(s.window(1)->sources.at(1).mainUrl), md.url);
 
     worker()->removeMdHandle(h, 1, 1, 0);
-    QVERIFY(worker()->mdRegistry().empty());
+    QTRY_VERIFY_WITH_TIMEOUT(worker()->mdRegistry().empty(), scaled(5000));
     QTRY_VERIFY_WITH_TIMEOUT(decoder_->snapshot().distributions.empty(), scaled(5000));
+}
+
+void TvWallWindowsTest::pictureIsPushedToItsSubWindow_data()
+{
+    QTest::addColumn<int>("bound"); // what the decoder answers to the binding
+    QTest::newRow("bound") << CMATRIX_OK;
+    QTest::newRow("binding refused: pushed all the same") << CMATRIX_ERR_BUSY;
 }
 
 void TvWallWindowsTest::pictureIsPushedToItsSubWindow()
 {
+    QFETCH(int, bound);
     const Handle h = wallOn(243, 1, 1);
     QVERIFY(h);
     QCOMPARE(CMatrix_WindowSetDivision(*sdk_, 1, 4), CMATRIX_OK);
@@ -156,10 +164,12 @@ void TvWallWindowsTest::pictureIsPushedToItsSubWindow()
     picture.displayName = QStringLiteral("Sea");
     picture.mainUrl = path;
     picture.channel = 2; // frames go to the sub-window of this number
-    QCOMPARE(bind(h, window, 2), CMATRIX_OK);
+    if (bound != CMATRIX_OK)
+        decoder_->faults().failNext(cmatrix::wire::MessageType::WindowDeviceAdd, bound);
+    QCOMPARE(bind(h, window, 2), bound);
 
     const vdec::DecoderSnapshot s = decoder_->snapshot();
-    QCOMPARE(QByteArray(s.window(1)->sources.at(2).devId), QByteArray("pic_sea"));
+    QCOMPARE(s.window(1)->sources.count(2), size_t(bound == CMATRIX_OK ? 1 : 0));
     const vdec::SubWindowMedia* media = s.mediaOf(1, 2);
     QVERIFY(media);
     QCOMPARE(media->decoded, quint64(1));
@@ -187,4 +197,58 @@ void TvWallWindowsTest::desktopStartsTheCaptureForItsSubWindow()
     QCOMPARE(QList<int>({ capture->windowId(), capture->channel() }), QList<int>({ 1, 3 }));
     worker()->stopCaptureThread();
     QVERIFY(!worker()->captureThread()->isRunning());
+}
+
+void TvWallWindowsTest::distributionEndsWithItsBinding_data()
+{
+    QTest::addColumn<bool>("bindingRefused"); // else: bound, then the connection is closed
+    QTest::newRow("binding refused") << true;
+    QTest::newRow("connection closed") << false;
+}
+
+void TvWallWindowsTest::distributionEndsWithItsBinding()
+{
+    QFETCH(bool, bindingRefused);
+    const Handle h = wallOn(248, 1, 1);
+    QVERIFY(h);
+    MatrixWindowInfo window = windowInfo(1, 1);
+    MatrixDeviceInfo& pc = window.subWindows[0].device;
+    pc.deviceType = 2;
+    pc.deviceId = QStringLiteral("pc-8");
+    pc.channel = 0;
+    if (bindingRefused)
+        decoder_->faults().failNext(cmatrix::wire::MessageType::WindowDeviceAdd, CMATRIX_ERR_BUSY);
+    QCOMPARE(bind(h, window, 1), bindingRefused ? CMATRIX_ERR_BUSY : CMATRIX_OK);
+    if (!bindingRefused) {
+        QCOMPARE(worker()->mdRegistry().size(), size_t(1));
+        QVERIFY(settleWorker());
+    }
+    // Nothing pulls it any more: stopped on the decoder, and its channel is free again.
+    QVERIFY(worker()->mdRegistry().empty());
+    QTRY_VERIFY_WITH_TIMEOUT(decoder_->snapshot().distributions.empty(), scaled(5000));
+}
+
+// Display devices of one window ask the decoder what it holds: the wall is read once per binding,
+// not once per display device.
+void TvWallWindowsTest::bindingReadsTheWallOnce()
+{
+    const Handle h = wallOn(232, 2, 2);
+    QVERIFY(h);
+    QCOMPARE(CMatrix_WindowSetDivision(*sdk_, 1, 4), CMATRIX_OK);
+    MatrixWindowInfo window = windowInfo(1, 4);
+    std::vector<DeviceInfo_t> held;
+    for (int k = 0; k < 4; ++k) {
+        MatrixDeviceInfo& pc = window.subWindows[k].device;
+        pc.deviceType = 2;
+        pc.deviceId = QStringLiteral("pc-%1").arg(k + 1);
+        pc.channel = 10 + k;
+        DeviceInfo_t d = kvmstest::device(k + 1, qPrintable(pc.deviceId));
+        d.channel = pc.channel;
+        d.protocol = 7; // the decoder pulls it already
+        held.push_back(d);
+    }
+    QCOMPARE(CMatrix_WindowDeviceAdd(*sdk_, 1, held.data(), 4, true), CMATRIX_OK);
+    const int before = decoder_->journal().count(cmatrix::wire::MessageType::WindowDeviceGet);
+    QCOMPARE(bind(h, window, 1), CMATRIX_OK);
+    QCOMPARE(decoder_->journal().count(cmatrix::wire::MessageType::WindowDeviceGet) - before, 4); // one per window
 }

@@ -63,9 +63,20 @@ private slots:
     void sourceDescriptors_data();
     void sourceDescriptors();
     void displayDeviceGetsADistribution();
+    void pictureIsPushedToItsSubWindow_data();
     void pictureIsPushedToItsSubWindow();
     void desktopStartsTheCaptureForItsSubWindow();
+    void distributionEndsWithItsBinding_data();
+    void distributionEndsWithItsBinding();
+    void bindingReadsTheWallOnce();
+
+    // TestHostile.cpp
+    void extremeAnswers_data();
+    void extremeAnswers();
+    void hostileDecoderStaysBounded();
 
     // TestLayout.cpp
     void newLayoutStartsCleanAndReadsBack();
+    void layoutWithinWhatTheDecoderHolds_data();
+    void layoutWithinWhatTheDecoderHolds();
 };

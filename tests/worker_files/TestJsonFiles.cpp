@@ -7,6 +7,9 @@
 #include <QFileInfo>
 #include <QtTest>
 
+#include <csignal>
+#include <sys/resource.h>
+
 using namespace kvms_matrix;
 
 namespace {
@@ -251,4 +254,47 @@ void TestWorkerFiles::tvWallRoundTrip()
     QCOMPARE(walls.first().second_ip.first().id, QString(QChar(0xFFFF))); // only ip, location, type stored
     MatrixSdkWorker::addMatrixToJson(walls.values());
     QCOMPARE(contentOf("tvWallConfig.json"), expected);
+}
+
+void TestWorkerFiles::failedListWriteKeepsTheOldFile_data()
+{
+    QTest::addColumn<int>("reader");
+    QTest::newRow("decoderConfig.json") << int(DecoderList);
+    QTest::newRow("tvWallConfig.json") << int(WallList);
+}
+
+void TestWorkerFiles::failedListWriteKeepsTheOldFile()
+{
+    QFETCH(int, reader);
+    const auto write = [reader](int count) {
+        QList<MatrixInfo> decoders;
+        QList<TvWallManagement> walls;
+        for (int i = 0; i < count; ++i) {
+            decoders << decoder(1, QStringLiteral("u%1").arg(i), QStringLiteral("127.0.0.%1").arg(i + 1));
+            TvWallManagement wall;
+            wall.name = QStringLiteral("wall %1").arg(i);
+            wall.main_decoder_ip = decoders.last().ip;
+            walls << wall;
+        }
+        if (reader == WallList)
+            MatrixSdkWorker::addMatrixToJson(walls);
+        else
+            MatrixSdkWorker::addDecoderToJson(decoders);
+    };
+    write(2);
+    const QStringList before = entriesRead(Reader(reader));
+    QCOMPARE(before.size(), 2);
+
+    // The disk fills up halfway through the next write (a file size limit does the same here,
+    // even for root): the list written before must still be there, whole.
+    struct rlimit old { };
+    QCOMPARE(getrlimit(RLIMIT_FSIZE, &old), 0);
+    struct rlimit small = old;
+    small.rlim_cur = QFileInfo(QString::fromLatin1(fileOf(Reader(reader)))).size() + 64;
+    const sighandler_t oldHandler = signal(SIGXFSZ, SIG_IGN);
+    QCOMPARE(setrlimit(RLIMIT_FSIZE, &small), 0);
+    write(100);
+    setrlimit(RLIMIT_FSIZE, &old);
+    signal(SIGXFSZ, oldHandler);
+    QCOMPARE(entriesRead(Reader(reader)), before);
 }

@@ -44,6 +44,8 @@ private slots:
     void lastConnectedKeepsListAndLeavesOldTail();
     void lastConnectedDefaults_data();
     void lastConnectedDefaults();
+    void failedListWriteKeepsTheOldFile_data();
+    void failedListWriteKeepsTheOldFile();
 
     // tv walls
     void tvWallRoundTrip();
