@@ -4,6 +4,7 @@
 #include "ControlMatrixWt.h"
 #include "MatrixSdkWorker.h"
 #include "SourcePane.h"
+#include "SourceRecords.h"
 #include "WallConfigStore.h"
 
 #include "SystemAssistant.h"
@@ -12,30 +13,6 @@
 #include <QListWidget>
 
 namespace kvms_matrix {
-
-namespace {
-
-// The sub-window state the canvas shows for a source, by its device type.
-int sourceStateOf(int deviceType)
-{
-    switch (deviceType) {
-    case 1:
-    case 8:
-        return 1;
-    case 2:
-        return 2;
-    case 3:
-        return 7;
-    case 4:
-        return 8;
-    case 5:
-        return 9;
-    default:
-        return 0;
-    }
-}
-
-} // namespace
 
 void MatrixForm::slotGetWindowInfoResult(QList<MatrixWindowInfo> windowInfoList, int row, int col)
 {
@@ -172,7 +149,7 @@ void MatrixForm::slotVideoPanelDropEvent(int windowId, int subWindowId, int wind
     for (MatrixSubWindowInfo& sub : window.subWindows) {
         if (sub.subWindowId == subWindowId || (windowType == 2 && !found)) {
             sub.device = source;
-            sub.sourceState = sourceStateOf(source.deviceType);
+            sub.sourceState = SourceRecords::sourceStateOf(source.deviceType);
             found = true;
         }
     }
