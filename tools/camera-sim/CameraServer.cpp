@@ -16,10 +16,12 @@ namespace {
 constexpr guint kTickMs = 10; // a quarter of a picture's time: late by 10 ms at most
 
 // The payloader sends each picture as soon as it has it; the shared pipeline serves
-// every watcher of the stream.
+// every watcher of the stream. Every key picture of a clip already carries its parameter
+// sets: letting the payloader insert them again broke each key picture on the receiving
+// side, and the picture smeared from then on.
 const char* const kLaunch = "( appsrc name=src is-live=true format=time do-timestamp=true "
                             "caps=video/x-h264,stream-format=byte-stream,alignment=au,framerate=25/1 "
-                            "! rtph264pay name=pay0 pt=96 config-interval=-1 aggregate-mode=zero-latency )";
+                            "! rtph264pay name=pay0 pt=96 config-interval=0 aggregate-mode=zero-latency )";
 
 gboolean quitLoop(gpointer loop)
 {
