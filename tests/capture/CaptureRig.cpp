@@ -105,10 +105,18 @@ void CaptureRig::cleanup()
     w->stopCaptureThread();
     // Every entry is released through removeMdHandle while its connection is still registered.
     const auto handles = w->registeredHandles();
-    for (int guard = 0; !w->mdRegistry().empty() && guard < 64; ++guard) {
-        const kvms_matrix::MediaDistributeEntry e = w->mdRegistry().begin()->second;
+    for (int guard = 0; guard < 64; ++guard) {
+        // One copy per round: the stops run on the worker thread, which changes the registry.
+        const auto registry = w->mdRegistry();
+        if (registry.empty())
+            break;
+        const kvms_matrix::MediaDistributeEntry e = registry.begin()->second;
         for (const Handle& h : handles)
             w->removeMdHandle(h, e.windowId, e.subWindowId, e.windowType);
+        if (!w->isWorkerRunning())
+            break;
+        if (!QTest::qWaitFor([&] { return w->mdRegistry().size() < registry.size(); }, scaled(5000)))
+            break; // an entry no registered connection owns stays; the fixture drops it
     }
     if (w->isRunning() && w->isWorkerRunning()) {
         w->disconnectAllMatrix();

@@ -290,7 +290,13 @@ void PageEndToEndTest::configureConnectAndLoseADecoder()
     QTest::qWait(3500);
     watchdog.stop();
     qInfo("longest event-loop gap %lld ms", static_cast<long long>(longestGap));
-    QVERIFY2(longestGap < 100, qPrintable(QStringLiteral("event loop blocked %1 ms").arg(longestGap)));
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    // Instrumented painting is several times slower; a wait on the network would still take seconds.
+    constexpr qint64 maxGapMs = 300;
+#else
+    constexpr qint64 maxGapMs = 100;
+#endif
+    QVERIFY2(longestGap < maxGapMs, qPrintable(QStringLiteral("event loop blocked %1 ms").arg(longestGap)));
     QTest::mouseClick(page->roamingButton(), Qt::LeftButton);
     QCOMPARE(SystemAssistant::recentMessages().last(),
         MatrixForm::tr("The TV wall is not connected, please connect the TV wall first."));
