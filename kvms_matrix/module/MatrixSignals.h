@@ -17,8 +17,9 @@ public:
 signals:
     // A gathering of screen pictures succeeded.
     void signalGatherSuccess();
-    // A context-menu action was chosen on a wall window.
-    void signalRightMemuClicked(int action, int windowId, int subWindowId, int windowType, int value);
+    // A context-menu action was chosen on a wall window: operatetype is the action's code, type its
+    // argument (a division count, 1 or 0 for full display).
+    void signalRightMemuClicked(int windowId, int subWindowId, int windowType, int operatetype, int type);
     // The TV wall canvas must be redrawn from fresh data.
     void signalRefreshTvWall();
     void signalProgressBarShow(bool show, int minimum, int maximum, int value, bool busy);
