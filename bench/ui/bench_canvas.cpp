@@ -9,6 +9,7 @@
 //
 // Medians are reported as counters.
 
+#include "BenchWall.h"
 #include "ControlMatrixWt.h"
 
 #include <QApplication>
@@ -20,6 +21,7 @@
 #include <vector>
 
 using namespace kvms_matrix;
+using benchwall::median;
 using Clock = std::chrono::steady_clock;
 
 namespace {
@@ -27,46 +29,13 @@ namespace {
 constexpr int kSide = 5;
 constexpr int kDivision = 25;
 
-QList<MatrixWindowInfo> wall(const QString& prefix)
-{
-    QList<MatrixWindowInfo> windows;
-    const int unit = 32768 / kSide;
-    for (int id = 1; id <= kSide * kSide; ++id) {
-        MatrixWindowInfo window;
-        window.windowId = id;
-        window.windowIndex = id - 1;
-        window.division = kDivision;
-        window.x = (id - 1) % kSide * unit;
-        window.y = (id - 1) / kSide * unit;
-        window.w = unit;
-        window.h = unit;
-        for (int k = 0; k < kDivision; ++k) {
-            MatrixSubWindowInfo sub;
-            sub.subWindowId = k + 1;
-            sub.subWindowIndex = k;
-            sub.device.deviceType = 1;
-            sub.device.deviceName = QStringLiteral("%1 %2-%3").arg(prefix).arg(id).arg(k + 1);
-            sub.sourceState = 1;
-            window.subWindows.append(sub);
-        }
-        windows.append(window);
-    }
-    return windows;
-}
 
-double median(std::vector<double> samples)
-{
-    if (samples.empty())
-        return 0;
-    std::sort(samples.begin(), samples.end());
-    return samples[samples.size() / 2];
-}
 
 ControlMatrixWt* g_canvas = nullptr;
 
 void BM_LayoutAfterResize(benchmark::State& state)
 {
-    g_canvas->setWindowInfoList(wall(QStringLiteral("Camera")), kSide, kSide);
+    g_canvas->setWindowInfoList(benchwall::wall(kSide, kDivision, QStringLiteral("Camera")), kSide, kSide);
     QApplication::processEvents();
     std::vector<double> samples;
     bool odd = false;
@@ -87,7 +56,7 @@ BENCHMARK(BM_LayoutAfterResize)->UseManualTime()->Iterations(200)->Unit(benchmar
 
 void BM_ApplyWallInfo(benchmark::State& state)
 {
-    const QList<MatrixWindowInfo> walls[2] = { wall(QStringLiteral("Camera")), wall(QStringLiteral("Stream")) };
+    const QList<MatrixWindowInfo> walls[2] = { benchwall::wall(kSide, kDivision, QStringLiteral("Camera")), benchwall::wall(kSide, kDivision, QStringLiteral("Stream")) };
     std::vector<double> samples;
     int n = 0;
     for (auto _ : state) {

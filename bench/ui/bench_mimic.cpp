@@ -6,6 +6,7 @@
 //
 // Medians are reported as counters.
 
+#include "BenchWall.h"
 #include "CanvasMimic.h"
 #include "ControlMatrixWt.h"
 
@@ -20,38 +21,12 @@
 #include <vector>
 
 using namespace kvms_matrix;
+using benchwall::median;
 using Clock = std::chrono::steady_clock;
 
 namespace {
 
 const QSize kCanvas(1600, 900);
-
-QList<MatrixWindowInfo> wall(int side, int division)
-{
-    QList<MatrixWindowInfo> windows;
-    const int unit = 32768 / side;
-    for (int id = 1; id <= side * side; ++id) {
-        MatrixWindowInfo window;
-        window.windowId = id;
-        window.windowIndex = id - 1;
-        window.division = division;
-        window.x = (id - 1) % side * unit;
-        window.y = (id - 1) / side * unit;
-        window.w = unit;
-        window.h = unit;
-        for (int k = 0; k < division; ++k) {
-            MatrixSubWindowInfo sub;
-            sub.subWindowId = k + 1;
-            sub.subWindowIndex = k;
-            sub.device.deviceType = 1;
-            sub.device.deviceName = QStringLiteral("Camera %1-%2").arg(id).arg(k + 1);
-            sub.sourceState = 1;
-            window.subWindows.append(sub);
-        }
-        windows.append(window);
-    }
-    return windows;
-}
 
 // A picture as the worker hands it over: read from a JPEG of the canvas's size.
 QImage wallPicture(int shade)
@@ -70,18 +45,12 @@ QImage wallPicture(int shade)
     return QImage::fromData(jpeg, "JPEG");
 }
 
-double median(std::vector<double> samples)
-{
-    std::sort(samples.begin(), samples.end());
-    return samples.empty() ? 0 : samples[samples.size() / 2];
-}
-
 ControlMatrixWt* g_canvas = nullptr;
 
 void BM_MimicRefresh(benchmark::State& state)
 {
     const int side = int(state.range(0));
-    g_canvas->setWindowInfoList(wall(side, int(state.range(1))), side, side);
+    g_canvas->setWindowInfoList(benchwall::wall(side, int(state.range(1)), QStringLiteral("Camera")), side, side);
     QApplication::processEvents();
     const QImage pictures[2] = { wallPicture(30), wallPicture(200) };
     std::vector<double> samples;

@@ -76,9 +76,10 @@ void MatrixPanelWt::setCaption(const QString& caption)
     update();
 }
 
-void MatrixPanelWt::setPicture(const QImage& picture)
+void MatrixPanelWt::setPicture(const QImage& picture, const QRect& part)
 {
     m_picture = picture;
+    m_part = part.isEmpty() ? picture.rect() : part;
     update();
 }
 
@@ -150,8 +151,8 @@ void MatrixPanelWt::paintEvent(QPaintEvent*)
     const QRect area = rect();
     painter.fillRect(area, kPanelBack);
     if (!m_picture.isNull()) {
-        painter.setRenderHint(QPainter::SmoothPixmapTransform, area.width() < m_picture.width());
-        painter.drawImage(area, m_picture);
+        painter.setRenderHint(QPainter::SmoothPixmapTransform, area.width() < m_part.width());
+        painter.drawImage(area, m_picture, m_part);
     }
 
     const QColor accent = kindColor(m_kind);
@@ -196,16 +197,10 @@ void MatrixPanelWt::paintEvent(QPaintEvent*)
     const QString name = metrics.elidedText(m_name, Qt::ElideMiddle, textArea.width());
     const bool twoLines = !name.isEmpty() && textArea.height() >= 2 * metrics.height() + 2;
 
-    // Over a live picture the text needs a backing to stay readable.
     const auto drawLine = [&](const QRect& line, const QString& text, const QColor& color, bool bold) {
         QFont lineFont = font;
         lineFont.setBold(bold);
         painter.setFont(lineFont);
-        if (!m_picture.isNull()) {
-            const int width = QFontMetrics(lineFont).horizontalAdvance(text) + 6;
-            const QRect back(line.center().x() - width / 2, line.y(), width, line.height());
-            painter.fillRect(back, QColor(14, 22, 36, 170));
-        }
         painter.setPen(color);
         painter.drawText(line, Qt::AlignCenter, text);
     };

@@ -31,8 +31,10 @@ public:
     // A short line drawn at the top-left corner, for panels that have no title strip.
     void setCaption(const QString& caption);
 
-    // A live picture drawn instead of the source's description; a null image removes it.
-    void setPicture(const QImage& picture);
+    // A live picture drawn instead of the source's description; a null image removes it. `part`
+    // is the region of `picture` that belongs to this panel (the whole picture when empty): the
+    // wall's one picture is shared by every panel, not copied into each.
+    void setPicture(const QImage& picture, const QRect& part = QRect());
     bool hasPicture() const { return !m_picture.isNull(); }
 
     static SourceKind kindOf(const MatrixSubWindowInfo& subWindow);
@@ -51,6 +53,7 @@ private:
     QString m_name;
     QString m_caption;
     QImage m_picture;
+    QRect m_part;
 };
 
 } // namespace kvms_matrix

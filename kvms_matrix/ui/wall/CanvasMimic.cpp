@@ -136,7 +136,10 @@ void CanvasMimic::applyPicture(ControlMatrixWt* canvas, const QImage& picture, c
         const QRect part = QRect(qRound(onCanvas.x() * sx), qRound(onCanvas.y() * sy), qRound(onCanvas.width() * sx),
             qRound(onCanvas.height() * sy))
                                .intersected(bounds);
-        panel->setPicture(part.isEmpty() ? QImage() : picture.copy(part));
+        if (part.isEmpty())
+            panel->setPicture(QImage());
+        else
+            panel->setPicture(picture, part);
     }
 }
 
