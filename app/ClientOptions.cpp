@@ -39,9 +39,12 @@ bool ClientOptions::parse(const QStringList& arguments, ClientOptions& options, 
     if (options.dataDir.isEmpty())
         options.dataDir = QDir::home().filePath(QStringLiteral(".kvms-client"));
     options.dataDir = QDir(options.dataDir).absolutePath();
-    options.catalogue = parser.value(catalogue);
+    // The program works in its data directory: paths given relative to where it was started
+    // are resolved now, before that change.
+    const auto absolute = [](const QString& path) { return path.isEmpty() ? path : QDir(path).absolutePath(); };
+    options.catalogue = absolute(parser.value(catalogue));
     options.language = parser.value(language);
     options.discoveryTargets = parser.value(targets);
-    options.pluginPath = parser.value(plugin);
+    options.pluginPath = absolute(parser.value(plugin));
     return true;
 }

@@ -84,7 +84,7 @@ void MatrixListItem::setLook(int look)
 {
     m_look = look;
     static const char* const backgrounds[] = { "transparent", "#2a3a4e", "#0659a4" };
-    setStyleSheet(QStringLiteral("#matrixListItem{background:%1;} QLabel{background:transparent;border:none;}")
+    setStyleSheet(QStringLiteral("#matrixListItem{background:%1;}")
                       .arg(QLatin1String(backgrounds[qBound(0, look, 2)])));
 }
 

@@ -14,8 +14,6 @@ MatrixDefaultForm::MatrixDefaultForm(QWidget* parent)
     : KCOMMON::KWidget(parent)
 {
     setObjectName(QStringLiteral("matrixDefaultWt"));
-    // The hint is text on the page, not one of the module's framed panels.
-    setStyleSheet(QStringLiteral("QLabel{background:transparent;border:none;}"));
     m_hint = new QLabel(tr("No TV-wall configuration is available. Please configure the TV-wall first."), this);
     m_hint->setObjectName(QStringLiteral("matrixDefaultHint"));
     m_hint->setStyleSheet(QStringLiteral("QLabel{\t\n\tfont:14px \"Microsoft YaHei\";\n\tcolor:#858fa2;\n}"));

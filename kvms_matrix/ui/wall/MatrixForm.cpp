@@ -97,8 +97,6 @@ void MatrixForm::buildLayout()
     split->setStretchFactor(1, 1);
     split->setSizes({ 240, 900, 200 });
 
-    // Labels are text on the page, not the framed boxes of the module's panels.
-    setStyleSheet(QStringLiteral("QLabel{background:transparent;border:none;}"));
     m_strip = new DecoderStatusStrip(this);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(6, 6, 6, 4);
