@@ -1,6 +1,7 @@
 // A camera on the wall: moving pictures, the stream the operator chose, a camera that
 // goes away and comes back, and a loop of cameras.
 #include "VideoTests.h"
+#include "QueuedSignalSpy.h"
 
 #include "MonitorClient.h"
 #include "TestTimeout.h"
@@ -49,6 +50,25 @@ void VideoTest::cameraMovesOnTheWall()
     const QJsonObject later = video(1);
     QVERIFY(later.value("cameraFrame").toInt() >= first.value("cameraFrame").toInt() + 20);
     QVERIFY(later.value("latencyMs").toInt() >= 0);
+
+    // The worker's wall snapshot for the mimic shows the camera too.
+    QueuedSignalSpy result(worker(), &MatrixSdkWorker::signalGetWallSnapshotResult);
+    worker()->getWallSnapshot(h, 640, 360);
+    QVERIFY(result.wait(scaled(10000)));
+    QCOMPARE(result.at(0).at(0).toInt(), 0);
+    QCOMPARE(result.at(0).at(1).value<Handle>(), h);
+    const QImage picture = result.at(0).at(3).value<QImage>();
+    QCOMPARE(picture.size(), QSize(640, 360));
+    QVERIFY(result.at(0).at(2).toByteArray().startsWith("\xff\xd8"));
+    // The camera's picture fills the top left quarter: not one flat colour as an empty one is.
+    const QImage quarter = picture.copy(20, 40, 280, 130).convertToFormat(QImage::Format_RGB32);
+    QVERIFY(quarter.pixel(10, 10) != quarter.pixel(270, 120) || quarter.pixel(140, 60) != quarter.pixel(10, 10));
+
+    QueuedSignalSpy refused(worker(), &MatrixSdkWorker::signalGetWallSnapshotResult);
+    worker()->getWallSnapshot(Handle(), 640, 360);
+    QVERIFY(refused.wait(scaled(10000)));
+    QCOMPARE(refused.at(0).at(0).toInt(), -1);
+    QVERIFY(refused.at(0).at(3).value<QImage>().isNull());
 }
 
 void VideoTest::streamFollowsTheChoice_data()

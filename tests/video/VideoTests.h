@@ -52,13 +52,9 @@ private slots:
 
     // TestRobust.cpp
     void corruptStreamLeavesTheOthersPlaying();
-    void pushedVideoIsDecodedAndGarbageSurvived();
 
-    // TestMonitor.cpp
-    void wallMovesOnTheMonitor();
 
     // TestSnapshot.cpp
     void snapshotSizes_data();
     void snapshotSizes();
-    void workerFetchesTheSnapshot();
 };
