@@ -14,7 +14,7 @@
 using kvmstest::window;
 
 // Media frames end to end through the real SDK into in-process virtual decoders
-// (127.0.0.80 to .99), and the decoders' monitor over HTTP.
+// (127.0.0.80 to .99), looked at through the decoders' state and wall picture.
 class MediaTests : public QObject {
     Q_OBJECT
 

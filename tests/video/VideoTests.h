@@ -48,7 +48,6 @@ private slots:
     void streamFollowsTheChoice_data();
     void streamFollowsTheChoice();
     void unreachableCameraRecovers();
-    void loopShowsEachCameraInTurn();
 
     // TestRobust.cpp
     void corruptStreamLeavesTheOthersPlaying();
