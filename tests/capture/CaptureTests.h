@@ -22,7 +22,6 @@ private slots:
 
     // TestFrames.cpp
     void captureLoopSendsFullHdPictures();
-    void secondStartRetargetsTheLoop();
     void recordingFrames_data();
     void recordingFrames();
     void stillPicture_data();

@@ -27,6 +27,5 @@ private slots:
     void cleanup();
 
     void sharedMemoryGrabIsTheToolkitsGrab();
-    void desktopReachesTheWall();
     void desktopBoundAsSourceReachesTheWall();
 };

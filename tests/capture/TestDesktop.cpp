@@ -129,19 +129,6 @@ void DesktopTests::checkDesktopOnWall(vdec::VirtualDecoder* d, const CaptureRig:
     QCOMPARE(SdkCallTap::count(), calls);
 }
 
-// The worker's own entry point, as the wall's source binding calls it.
-void DesktopTests::desktopReachesTheWall()
-{
-    vdec::VirtualDecoder* d = rig_.startDecoder(170);
-    QVERIFY(d);
-    const CaptureRig::Handle h = rig_.connect(d);
-    QVERIFY(h);
-    QVERIFY(CaptureRig::layOut(h, 1, 4));
-    QVERIFY(CaptureRig::bindSource(h, 1, 2, "cap_desktop"));
-    CaptureRig::worker()->startCaptureThread(h, 1, 2);
-    checkDesktopOnWall(d, h);
-}
-
 // Binding a desktop source (type 4) to a sub-window through the worker's task starts the
 // capture for that window.
 void DesktopTests::desktopBoundAsSourceReachesTheWall()

@@ -14,7 +14,7 @@
 using kvmstest::window;
 
 // Media frames end to end through the real SDK into in-process virtual decoders
-// (127.0.0.80 to .99), and the decoders' monitor over HTTP.
+// (127.0.0.80 to .99), looked at through the decoders' state and wall picture.
 class MediaTests : public QObject {
     Q_OBJECT
 
@@ -36,8 +36,6 @@ private slots:
     void cleanup();
 
     // TestPictures.cpp
-    void layoutCoversWindow_data();
-    void layoutCoversWindow();
     void pictureShowsInSubWindow_data();
     void pictureShowsInSubWindow();
     void newSourceClearsPicture();
@@ -47,19 +45,10 @@ private slots:
     // TestDistributions.cpp
     void distributionFeedsBoundSubWindows();
     void distributionEndsWithItsConnection();
-    void distributionSurvivesRestart();
     void mediaConnectionLossIsNotReported();
 
     // TestBadFrames.cpp
     void badFrames_data();
     void badFrames();
-    void rawFrameRequests_data();
-    void rawFrameRequests();
 
-    // TestMonitor.cpp
-    void wallPictureSize_data();
-    void wallPictureSize();
-    void monitorRoutes_data();
-    void monitorRoutes();
-    void stateJsonReflectsWall();
 };

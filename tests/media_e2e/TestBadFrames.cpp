@@ -6,11 +6,9 @@
 
 #include "core/VirtualDecoder.h"
 
-#include "Messages.h"
 
 #include <QtTest>
 
-using namespace cmatrix::wire;
 using Bytes = FrameSamples::Bytes;
 
 Q_DECLARE_METATYPE(FrameSamples::Bytes)
@@ -108,43 +106,3 @@ void MediaTests::badFrames()
     QVERIFY(!d->snapshot().mediaOf(1, 1)->picture.isNull());
 }
 
-void MediaTests::rawFrameRequests_data()
-{
-    QTest::addColumn<bool>("login");
-    QTest::addColumn<int>("type");
-    QTest::addColumn<Bytes>("payload");
-    QTest::addColumn<int>("result");
-
-    const Bytes frame = FrameSamples::picture(Qt::magenta);
-    const Bytes display = kvmstest::TestClient::encodeBody(DisplayFrameRequest { 1, 1, frame });
-    const int displayType = int(MessageType::DisplayFrame), mediaType = int(MessageType::MediaFrame);
-    QTest::newRow("display frame before login") << false << displayType << display << CMATRIX_ERR_NOT_LOGGED_IN;
-    QTest::newRow("unknown distribution")
-        << true << mediaType << kvmstest::TestClient::encodeBody(MediaFrameRequest { 7, frame })
-        << CMATRIX_ERR_MEDIA_NOT_FOUND;
-    QTest::newRow("display payload one byte short")
-        << true << displayType << Bytes(display.begin(), display.end() - 1) << CMATRIX_ERR_PROTOCOL;
-    QTest::newRow("stop unknown distribution")
-        << true << int(MessageType::StopMediaDistribute) << kvmstest::TestClient::encodeBody(IdRequest { 7 })
-        << CMATRIX_ERR_MEDIA_NOT_FOUND;
-}
-
-// The same requests as the SDK would send, and some it never would.
-void MediaTests::rawFrameRequests()
-{
-    QFETCH(bool, login);
-    QFETCH(int, type);
-    QFETCH(Bytes, payload);
-    QFETCH(int, result);
-
-    vdec::VirtualDecoder* d = fixture_.startDecoder(88);
-    QVERIFY(d);
-    kvmstest::TestClient* admin = fixture_.connectTo(d);
-    QVERIFY(admin);
-    QCOMPARE(
-        admin->call(MessageType::WindowAdd, WindowAddRequest { { window(1, 0, 0, 32768, 32768) }, false }), CMATRIX_OK);
-    kvmstest::TestClient* c = fixture_.connectTo(d, login);
-    QVERIFY(c);
-    QCOMPARE(c->callRaw(uint16_t(type), payload), result);
-    QCOMPARE(admin->call(MessageType::GetMatrix, Empty {}), CMATRIX_OK);
-}

@@ -9,15 +9,10 @@
 
 #include "core/VirtualDecoder.h"
 
-#include "Messages.h"
 
 #include <QtTest>
 
-#include <algorithm>
-#include <atomic>
-#include <thread>
 
-using namespace cmatrix::wire;
 using kvmstest::scaled;
 
 namespace {
@@ -118,35 +113,6 @@ void MediaTests::distributionEndsWithItsConnection()
     QTRY_COMPARE_WITH_TIMEOUT(d->connectionCount(), 0, scaled(3000));
     QCOMPARE(send(md2, FrameSamples::picture(Qt::red)), CMATRIX_ERR_INVALID_HANDLE);
     QCOMPARE(h.losses(), 0);
-}
-
-// Distributions are kept across a power cycle, and their ids are never handed out again.
-void MediaTests::distributionSurvivesRestart()
-{
-    vdec::VirtualDecoder* d = fixture_.startDecoder(84);
-    QVERIFY(d);
-    kvmstest::TestClient* c = fixture_.connectTo(d);
-    QVERIFY(c);
-    StartMediaAnswer first, second;
-    QCOMPARE(c->call(MessageType::StartMediaDistribute, StartMediaRequest { "cap_a", 1 }, &first), CMATRIX_OK);
-    QCOMPARE(c->call(MessageType::StartMediaDistribute, StartMediaRequest { "cap_b", 2 }, &second), CMATRIX_OK);
-    QCOMPARE(c->call(MessageType::StopMediaDistribute, IdRequest { second.mediaId }), CMATRIX_OK);
-    const quint16 http = d->httpPort();
-
-    QVERIFY(d->restart());
-    QCOMPARE(d->httpPort(), http);
-    const vdec::DecoderSnapshot s = d->snapshot();
-    QCOMPARE(s.distributions.size(), size_t(1));
-    QCOMPARE(s.distributions[0].id, first.mediaId);
-    QCOMPARE(s.distributions[0].url.toStdString(), first.url);
-
-    c = fixture_.connectTo(d);
-    QVERIFY(c);
-    const FrameSamples::Bytes frame = FrameSamples::picture(Qt::blue);
-    QCOMPARE(c->call(MessageType::MediaFrame, MediaFrameRequest { first.mediaId, frame }), CMATRIX_OK);
-    StartMediaAnswer third;
-    QCOMPARE(c->call(MessageType::StartMediaDistribute, StartMediaRequest { "cap_c", 3 }, &third), CMATRIX_OK);
-    QVERIFY(third.mediaId > second.mediaId);
 }
 
 // Only the control connection speaks for a handle: a media connection that drops is

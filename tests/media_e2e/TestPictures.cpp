@@ -5,44 +5,8 @@
 #include "SdkHandle.h"
 
 #include "core/VirtualDecoder.h"
-#include "state/SubWindowLayout.h"
 
 #include <QtTest>
-
-void MediaTests::layoutCoversWindow_data()
-{
-    QTest::addColumn<int>("division");
-    for (int division : { 1, 4, 6, 8, 9, 16, 25 })
-        QTest::addRow("%d", division) << division;
-}
-
-// Every division tiles its window exactly: no gaps, no overlaps, nothing outside,
-// whatever the window's odd size.
-void MediaTests::layoutCoversWindow()
-{
-    QFETCH(int, division);
-    const QRect area(7, 3, 101, 57);
-    QImage coverage(area.size() + QSize(14, 6), QImage::Format_Grayscale8);
-    coverage.fill(0);
-    for (int sub = 1; sub <= division; ++sub) {
-        const QRect r = vdec::SubWindowLayout::rect(area, division, sub);
-        QVERIFY2(!r.isEmpty() && area.contains(r), qPrintable(QString("sub-window %1").arg(sub)));
-        for (int y = r.top(); y <= r.bottom(); ++y) {
-            for (int x = r.left(); x <= r.right(); ++x) {
-                uchar& c = coverage.scanLine(y)[x];
-                QVERIFY2(c == 0, qPrintable(QString("sub-window %1 overlaps at %2,%3").arg(sub).arg(x).arg(y)));
-                c = 1;
-            }
-        }
-    }
-    int covered = 0;
-    for (int y = 0; y < coverage.height(); ++y)
-        for (int x = 0; x < coverage.width(); ++x)
-            covered += coverage.scanLine(y)[x];
-    QCOMPARE(covered, area.width() * area.height());
-    QVERIFY(vdec::SubWindowLayout::rect(area, division, 0).isEmpty());
-    QVERIFY(vdec::SubWindowLayout::rect(area, division, division + 1).isEmpty());
-}
 
 void MediaTests::pictureShowsInSubWindow_data()
 {
