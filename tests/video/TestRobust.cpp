@@ -5,7 +5,11 @@
 #include "MonitorClient.h"
 #include "TestTimeout.h"
 
+#include "KavFrame.h"
 
+#include <QDir>
+#include <QFile>
+#include <QRandomGenerator>
 #include <QtTest>
 
 using kvmstest::scaled;
@@ -28,4 +32,78 @@ void VideoTest::corruptStreamLeavesTheOthersPlaying()
     int cols = 0, rows = 0;
     char name[64] {};
     QCOMPARE(CMatrix_GetMatrix(*sdk_, &cols, &rows, name, sizeof name), CMATRIX_OK);
+}
+
+namespace {
+
+// The pictures of an H.264 clip with delimiters, as a recording's frames would come.
+QList<QByteArray> clipPictures(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    const QByteArray all = file.readAll();
+    QList<QByteArray> out;
+    int start = all.indexOf(QByteArray("\x00\x00\x00\x01\x09", 5));
+    while (start >= 0) {
+        const int next = all.indexOf(QByteArray("\x00\x00\x00\x01\x09", 5), start + 5);
+        out.append(all.mid(start, next < 0 ? -1 : next - start));
+        start = next;
+    }
+    return out;
+}
+
+QByteArray envelope(const QByteArray& payload, bool key)
+{
+    KavFrame frame {};
+    frame.type = key ? 250 : 251;
+    frame.data = reinterpret_cast<const unsigned char*>(payload.constData());
+    frame.size = uint32_t(payload.size());
+    KavStreamInfo info {};
+    info.flags = KAV_STREAM_VIDEO | KAV_STREAM_AUDIO;
+    info.videoCodec = 1; // H.264
+    info.frameRateNum = 25;
+    info.frameRateDen = 1;
+    info.width = 320;
+    info.height = 180;
+    QByteArray out(KavCalcFrameSize(frame.type, frame.size), '\0');
+    const int n = KavPackFrame(&frame, &info, reinterpret_cast<unsigned char*>(out.data()), out.size());
+    return n > 0 ? out.left(n) : QByteArray();
+}
+
+} // namespace
+
+void VideoTest::pushedVideoIsDecodedAndGarbageSurvived()
+{
+    // A clip the camera simulator made for an earlier test of this suite.
+    const QStringList clips = QDir(QStringLiteral(KVMS_TEST_CLIP_DIR)).entryList({ "*-320x180-*.h264" });
+    if (clips.isEmpty())
+        QSKIP("no clip encoded yet");
+    const QList<QByteArray> pictures = clipPictures(QStringLiteral(KVMS_TEST_CLIP_DIR "/") + clips.first());
+    QVERIFY(pictures.size() >= 50);
+    QVERIFY(wallOn(48, 4));
+    auto send = [&](int sub, const QByteArray& frame) {
+        return CMatrix_DisplayFrame(
+            *sdk_, 1, sub, reinterpret_cast<const unsigned char*>(frame.constData()), int(frame.size()));
+    };
+    for (int i = 0; i < 50; ++i)
+        QCOMPARE(send(1, envelope(pictures[i], i % 25 == 0)), CMATRIX_OK);
+    QRandomGenerator random(7);
+    int answered = 0;
+    for (int i = 0; i < 50; ++i) {
+        QByteArray noise(int(random.bounded(16, 4096)), '\0');
+        for (char& c : noise)
+            c = char(random.bounded(256));
+        if (i % 2)
+            noise = pictures[i].left(pictures[i].size() / 2) + noise; // cut short, then garbage
+        answered += send(2, envelope(noise, i % 10 == 0)) == CMATRIX_OK ? 1 : 0;
+    }
+    QCOMPARE(send(1, envelope(pictures[50], false)), CMATRIX_OK); // still decoding the good one
+    const vdec::DecoderSnapshot s = decoder_->snapshot();
+    const vdec::SubWindowMedia* good = s.mediaOf(1, 1);
+    QVERIFY(good && good->decoded > 0 && good->failed == 0);
+    QCOMPARE(good->picture.size(), QSize(320, 180));
+    const vdec::SubWindowMedia* bad = s.mediaOf(1, 2);
+    QVERIFY(bad && bad->frames == 50 && bad->failed > 0);
+    QCOMPARE(answered, 50); // whole envelopes: counted, not refused
 }

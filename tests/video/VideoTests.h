@@ -48,12 +48,17 @@ private slots:
     void streamFollowsTheChoice_data();
     void streamFollowsTheChoice();
     void unreachableCameraRecovers();
+    void loopShowsEachCameraInTurn();
 
     // TestRobust.cpp
     void corruptStreamLeavesTheOthersPlaying();
+    void pushedVideoIsDecodedAndGarbageSurvived();
 
+    // TestMonitor.cpp
+    void wallMovesOnTheMonitor();
 
     // TestSnapshot.cpp
     void snapshotSizes_data();
     void snapshotSizes();
+    void workerFetchesTheSnapshot();
 };
