@@ -43,7 +43,6 @@ private slots:
 
     // TestFaults.cpp
     void lateAnswersAndDrops();
-    void journalRecordsWhatWasSent();
 
     // TestDaemon.cpp
     void daemonListensAndStops();

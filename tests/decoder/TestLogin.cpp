@@ -21,29 +21,26 @@ QString passwordError(int failed, int allowed, int lockSeconds)
 
 void DecoderTests::loginAnswers_data()
 {
-    QTest::addColumn<bool>("factoryNew");
     QTest::addColumn<QString>("user");
     QTest::addColumn<QString>("password");
     QTest::addColumn<int>("status");
     QTest::addColumn<QString>("errorJson");
 
-    QTest::newRow("right password") << false << "admin"
+    QTest::newRow("right password") << "admin"
                                     << "admin123" << CMATRIX_OK << QString();
     // An unknown name answers as a wrong password does, so names cannot be probed.
-    QTest::newRow("unknown user") << false << "operator"
+    QTest::newRow("unknown user") << "operator"
                                   << "admin123" << CMATRIX_ERR_PASSWORD << passwordError(1, 5, 600);
 }
 
 void DecoderTests::loginAnswers()
 {
-    QFETCH(bool, factoryNew);
     QFETCH(QString, user);
     QFETCH(QString, password);
     QFETCH(int, status);
     QFETCH(QString, errorJson);
 
-    vdec::VirtualDecoder* d = fixture_.startDecoder(2, [&](vdec::DecoderConfig& c) { c.factoryNew = factoryNew; });
-    TestClient* c = fixture_.connectTo(d, false);
+    TestClient* c = fixture_.connectTo(fixture_.startDecoder(2), false);
     QVERIFY(c);
     QString json;
     QCOMPARE(c->login(user, password, &json), status);
