@@ -12,8 +12,7 @@ private slots:
     void cleanup();
 
     // TestLogin.cpp
-    void loginAnswers_data();
-    void loginAnswers();
+    void unknownUserAnswersAsWrongPassword();
     void loginSequences_data();
     void loginSequences();
     void lockExpires();
