@@ -12,8 +12,7 @@ private slots:
     void cleanup();
 
     // TestLogin.cpp
-    void loginAnswers_data();
-    void loginAnswers();
+    void unknownUserAnswersAsWrongPassword();
     void loginSequences_data();
     void loginSequences();
     void lockExpires();
@@ -43,7 +42,6 @@ private slots:
 
     // TestFaults.cpp
     void lateAnswersAndDrops();
-    void journalRecordsWhatWasSent();
 
     // TestDaemon.cpp
     void daemonListensAndStops();

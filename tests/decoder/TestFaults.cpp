@@ -46,29 +46,3 @@ void DecoderTests::lateAnswersAndDrops()
     QCOMPARE(next->receive(m, 1500), TestClient::Wait::Timeout);
     QCOMPARE(next->heartbeatsReceived(), before);
 }
-
-void DecoderTests::journalRecordsWhatWasSent()
-{
-    vdec::VirtualDecoder* d = fixture_.startDecoder(20);
-    TestClient* a = fixture_.connectTo(d);
-    TestClient* b = fixture_.connectTo(d);
-    QVERIFY(a && b);
-    d->journal().clear();
-    const TestClient::Bytes payload = TestClient::encodeBody(MatrixGeometry { 2, 3, "Journal" });
-    QCOMPARE(a->callRaw(uint16_t(MessageType::SetMatrix), payload), CMATRIX_OK);
-    QCOMPARE(b->call(MessageType::GetMatrix, Empty {}), CMATRIX_OK);
-    QCOMPARE(a->call(MessageType::GetMatrix, Empty {}), CMATRIX_OK);
-
-    const std::vector<vdec::JournalEntry> sets = d->journal().entries(MessageType::SetMatrix);
-    QCOMPARE(sets.size(), size_t(1));
-    QCOMPARE(sets[0].payloadSize, uint32_t(payload.size()));
-    const std::vector<vdec::JournalEntry> gets = d->journal().entries(MessageType::GetMatrix);
-    QCOMPARE(gets.size(), size_t(2));
-    QCOMPARE(gets[0].payloadSize, 0u);
-    // Entries tell connections apart and keep request ids and arrival order.
-    QVERIFY(gets[0].connectionId != gets[1].connectionId);
-    QCOMPARE(gets[1].connectionId, sets[0].connectionId);
-    QVERIFY(gets[1].requestId > sets[0].requestId);
-    QVERIFY(sets[0].at <= gets[0].at && gets[0].at <= gets[1].at);
-    QCOMPARE(d->journal().count(MessageType::GetMatrix), 2);
-}

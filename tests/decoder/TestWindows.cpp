@@ -71,11 +71,6 @@ void DecoderTests::divisionDropsSourcesBeyondIt()
     QCOMPARE(subWindowsOf(d->snapshot(), 1), (QList<int> { 1, 4 }));
     QCOMPARE(d->snapshot().window(1)->fullScreenSub, 0); // its sub-window is gone
 
-    QCOMPARE(c->call(MessageType::WindowSetFullScreen, FullScreenRequest { 1, 4, 1 }), CMATRIX_OK);
-    QCOMPARE(d->snapshot().window(1)->fullScreenSub, 4);
-    QCOMPARE(c->call(MessageType::WindowSetFullScreen, FullScreenRequest { 1, 4, 0 }), CMATRIX_OK);
-    QCOMPARE(d->snapshot().window(1)->fullScreenSub, 0);
-
     QCOMPARE(c->call(MessageType::WindowSetDivision, SetDivisionRequest { 1, 1 }), CMATRIX_OK);
     QCOMPARE(subWindowsOf(d->snapshot(), 1), QList<int> { 1 });
     DivisionList divisions;

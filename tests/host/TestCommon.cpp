@@ -1,6 +1,5 @@
 #include "HostTests.h"
 
-#include "BaseForm.h"
 #include "KSingleton.h"
 #include "KThread.h"
 #include "SingletonProbe.h"
@@ -76,19 +75,6 @@ private slots:
         thread->start();
         QTRY_VERIFY(thread->isRunning());
         delete thread; // must stop its event loop instead of aborting
-    }
-
-    void styleSheetBackgroundIsPainted()
-    {
-        // A child: top-level windows get their palette background painted whatever the class.
-        QWidget window;
-        window.resize(60, 40);
-        QWidget* child = new kvms_base::BaseForm(&window);
-        child->setStyleSheet(QStringLiteral("background-color: rgb(200, 30, 40);"));
-        child->setGeometry(10, 10, 40, 20);
-        const QImage image = window.grab().toImage();
-        QCOMPARE(image.pixelColor(30, 20), QColor(200, 30, 40));
-        QVERIFY(image.pixelColor(5, 5) != QColor(200, 30, 40));
     }
 };
 
