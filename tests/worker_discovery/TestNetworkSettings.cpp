@@ -22,7 +22,6 @@ void TestWorkerDiscovery::addressChangeKeepsBothKeyForms_data()
     QTest::addColumn<int>("type");
     QTest::addColumn<QString>("prefix");
     QTest::newRow("type 0") << 0 << QStringLiteral("VM~");
-    QTest::newRow("type 1") << 1 << QStringLiteral("VM~");
     QTest::newRow("type 3") << 3 << QStringLiteral("3~");
 }
 

@@ -130,7 +130,6 @@ void TestWorkerDiscovery::answersTheMapMustNotTake_data()
         return Datagrams { { RawUdp::message(cmatrix::wire::responseOf(MessageType::DiscoveryProbe), id, 0, body) } };
     });
     QTest::newRow("a decoder, for comparison") << ofType(9) << true;
-    QTest::newRow("type 0") << ofType(0) << false;
     QTest::newRow("type 8") << ofType(8) << false;
     QTest::newRow("type 10") << ofType(10) << false;
     QTest::newRow("address without terminator") << unterminated << false;
