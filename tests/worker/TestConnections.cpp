@@ -3,16 +3,8 @@
 
 #include "TestTimeout.h"
 
-#include <QElapsedTimer>
-#include <QProcess>
-#include <QRegularExpression>
-#include <QScopeGuard>
-#include <QTimer>
 #include <QUuid>
 #include <QtTest>
-
-#include <csignal>
-#include <sys/types.h>
 
 using namespace kvms_matrix;
 using kvmstest::scaled;
@@ -38,7 +30,7 @@ Q_DECLARE_METATYPE(kvmstest::DecoderFixture::Tweak)
 void TestWorker::connectingTwiceReplacesTheRegistryEntry()
 {
     MatrixSdkWorker* w = worker();
-    vdec::VirtualDecoder* d = startDecoder(131);
+    vdec::VirtualDecoder* d = fixture_.startDecoder(131);
     QVERIFY(d);
     MatrixInfo first = infoOf(d);
     first.id = QStringLiteral("first-id");
@@ -56,16 +48,13 @@ void TestWorker::connectingTwiceReplacesTheRegistryEntry()
     const Handle newer = results.at(1).at(0).value<Handle>();
     QVERIFY(older && newer && older != newer);
     QCOMPARE(older->version(), QStringLiteral("first"));
-    QCOMPARE(older->id(), QStringLiteral("first-id"));
     QCOMPARE(newer->version(), QStringLiteral("second"));
-    QCOMPARE(newer->managerPort(), int(d->port()));
 
     QCOMPARE(w->getHandleByIp(d->address()), newer);
     QCOMPARE(w->getVmHandle(), newer);
     const MatrixInfo kept = w->connectedMatrixMap().value(d->address());
     QCOMPARE(kept.version, QStringLiteral("first"));
     QVERIFY(!QUuid(kept.id).isNull()); // a fresh id, not the caller's
-    QCOMPARE(kept.manager_port, int(d->port()));
 
     // The replaced connection ends with the last pointer to it.
     QCOMPARE(d->connectionCount(), 2);
@@ -116,7 +105,7 @@ void TestWorker::failedLoginReportsBothSignals()
     QFETCH(ConnectErrorMsgInfo, expected);
 
     MatrixSdkWorker* w = worker();
-    vdec::VirtualDecoder* d = startDecoder(host, tweak);
+    vdec::VirtualDecoder* d = fixture_.startDecoder(host, tweak);
     QVERIFY(d);
     for (int i = 0; i < wrongLoginsFirst; ++i)
         QCOMPARE(wrongLogin(d), CMATRIX_ERR_PASSWORD);
@@ -162,7 +151,7 @@ void TestWorker::lostDecoderIsReportedOnce()
     QFETCH(int, host);
     QFETCH(Loss, loss);
     MatrixSdkWorker* w = worker();
-    vdec::VirtualDecoder* d = startDecoder(host);
+    vdec::VirtualDecoder* d = fixture_.startDecoder(host);
     QVERIFY(d);
     const Handle h = connectWorker(d);
     QVERIFY(h);
@@ -185,76 +174,4 @@ void TestWorker::lostDecoderIsReportedOnce()
     QVERIFY(!lost.wait(scaled(1500)));
     QCOMPARE(lost.count(), 1);
     QCOMPARE(w->getHandleByIp(d->address()), h); // the form decides what becomes of it
-}
-
-// A decoder that hangs (its process stopped, its connections left open) while the worker is busy
-// with it and with another decoder: the worker is held up, and the loss reported, within about a
-// second (the heartbeat silence), not for the seconds a call would otherwise wait.
-void TestWorker::hungDecoderHoldsTheWorkerBriefly()
-{
-    MatrixSdkWorker* w = worker();
-    vdec::VirtualDecoder* busy = startDecoder(158);
-    QVERIFY(busy);
-    const Handle other = connectWorker(busy);
-    QVERIFY(other);
-
-    QTemporaryDir dir;
-    QProcess daemon;
-    daemon.start(QStringLiteral(VIRTUAL_DECODER_PATH),
-        { "--address", "127.0.0.159", "--port", "0", "--state-dir", dir.path(), "--password", "secret99" });
-    QVERIFY(daemon.waitForStarted(scaled(5000)));
-    auto endDaemon = qScopeGuard([&] {
-        ::kill(pid_t(daemon.processId()), SIGCONT);
-        daemon.kill();
-        daemon.waitForFinished(scaled(5000));
-    });
-    QVERIFY(QTest::qWaitFor([&] { return daemon.canReadLine(); }, scaled(5000)));
-    const QRegularExpressionMatch port = QRegularExpression(QStringLiteral("tcp=(\\d+)")).match(daemon.readLine());
-    QVERIFY(port.hasMatch());
-    MatrixInfo info;
-    info.ip = QStringLiteral("127.0.0.159");
-    info.manager_port = port.captured(1).toInt();
-    info.username = QStringLiteral("admin");
-    info.password = QStringLiteral("secret99");
-    QueuedSignalSpy connected(w, &MatrixSdkWorker::signalConnectMatrixResult);
-    w->connectMatrix(info, nullptr);
-    QVERIFY(connected.wait(scaled(6000)));
-    QCOMPARE(connected.at(0).at(1).toInt(), CMATRIX_OK);
-    const Handle hung = connected.at(0).at(0).value<Handle>();
-
-    // Steady load on both decoders; every result is timed.
-    QElapsedTimer clock;
-    clock.start();
-    QList<qint64> results;
-    QObject scope; // results still queued when it goes are dropped with it
-    connect(
-        w, &MatrixSdkWorker::signalGetWindowInfoResult, &scope, [&] { results.append(clock.elapsed()); },
-        Qt::QueuedConnection);
-    QTimer load;
-    connect(&load, &QTimer::timeout, this, [&] {
-        if (w->pendingTaskCount() < 4) {
-            w->getWindowInfo(hung);
-            w->getWindowInfo(other);
-        }
-    });
-    load.start(10);
-    QTRY_VERIFY(results.size() > 20);
-
-    QueuedSignalSpy lost(w, &MatrixSdkWorker::signalDisconnectStatus);
-    const qint64 stoppedAt = clock.elapsed();
-    QCOMPARE(::kill(pid_t(daemon.processId()), SIGSTOP), 0);
-    QVERIFY(lost.wait(scaled(6000)));
-    const qint64 reported = clock.elapsed() - stoppedAt;
-    QTest::qWait(500); // results keep coming once the lost decoder's calls fail at once
-    load.stop();
-    qint64 stall = 0;
-    for (int i = 1; i < results.size(); ++i) {
-        if (results[i] > stoppedAt)
-            stall = std::max(stall, results[i] - std::max(results[i - 1], stoppedAt));
-    }
-    qInfo("hung decoder: loss reported after %lld ms, worker held for at most %lld ms", reported, stall);
-    QCOMPARE(lost.at(0).at(1).toString(), info.ip);
-    // Generous bounds for a loaded machine; the figures above are what the change is about.
-    QVERIFY2(reported < scaled(2500), qPrintable(QString::number(reported)));
-    QVERIFY2(stall < scaled(2500), qPrintable(QString::number(stall)));
 }

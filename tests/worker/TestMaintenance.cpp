@@ -63,7 +63,7 @@ void TestWorker::resolution()
     QFETCH(ScreenResolution_t, outputAfter);
     QFETCH(ScreenResolution_t, allAfter);
     MatrixSdkWorker* w = worker();
-    vdec::VirtualDecoder* d = startDecoder(134);
+    vdec::VirtualDecoder* d = fixture_.startDecoder(134);
     QVERIFY(d);
     const Handle h = connectWorker(d);
     QVERIFY(h);
@@ -85,62 +85,44 @@ void TestWorker::resolution()
         < d->journal().entries(MessageType::SetResolution).front().requestId);
 }
 
-void TestWorker::passwordModify_data()
-{
-    QTest::addColumn<QString>("oldPassword");
-    QTest::addColumn<QString>("newPassword");
-    QTest::addColumn<int>("ret");
-    QTest::newRow("accepted") << "admin123"
-                              << "Newpass99" << CMATRIX_OK;
-    QTest::newRow("wrong old password") << "nothing12"
-                                        << "Newpass99" << CMATRIX_ERR_PASSWORD;
-}
-
 void TestWorker::passwordModify()
 {
-    QFETCH(QString, oldPassword);
-    QFETCH(QString, newPassword);
-    QFETCH(int, ret);
     MatrixSdkWorker* w = worker();
-    vdec::VirtualDecoder* d = startDecoder(135);
+    vdec::VirtualDecoder* d = fixture_.startDecoder(135);
     QVERIFY(d);
     const Handle h = connectWorker(d);
     QVERIFY(h);
+    const auto loginWith = [d](const QString& password) {
+        const CMHANDLE probe = CMatrix_Create();
+        const int rc = CMatrix_Connect(probe, d->address().toLatin1().constData(), d->port(), "admin",
+            password.toUtf8().constData(), scaled(3000));
+        CMatrix_Destroy(probe);
+        return rc;
+    };
 
     QueuedSignalSpy changed(w, &MatrixSdkWorker::signalUserPasswordModifyResult);
-    w->userPasswordModify(h, QStringLiteral("admin"), oldPassword, newPassword);
+    w->userPasswordModify(h, QStringLiteral("admin"), QStringLiteral("nothing12"), QStringLiteral("Newpass99"));
     QVERIFY(changed.wait(scaled(5000)));
-    QCOMPARE(changed.at(0), QVariantList({ ret, d->address(), newPassword }));
+    QCOMPARE(changed.at(0), QVariantList({ CMATRIX_ERR_PASSWORD, d->address(), QStringLiteral("Newpass99") }));
+    QCOMPARE(loginWith(QStringLiteral("Newpass99")), CMATRIX_ERR_PASSWORD);
 
-    const CMHANDLE probe = CMatrix_Create();
-    const int login = CMatrix_Connect(
-        probe, d->address().toLatin1().constData(), d->port(), "admin", newPassword.toUtf8().constData(), scaled(3000));
-    CMatrix_Destroy(probe);
-    QCOMPARE(login == CMATRIX_OK, ret == CMATRIX_OK);
+    w->userPasswordModify(h, QStringLiteral("admin"), QStringLiteral("admin123"), QStringLiteral("Newpass99"));
+    QVERIFY(changed.wait(scaled(5000)));
+    QCOMPARE(changed.at(1), QVariantList({ CMATRIX_OK, d->address(), QStringLiteral("Newpass99") }));
+    QCOMPARE(loginWith(QStringLiteral("Newpass99")), CMATRIX_OK);
 }
 
-void TestWorker::configurationImport_data()
+// One decoder through export, import, logs and a factory reset, in the order an operator would.
+void TestWorker::configurationLogsAndReset()
 {
-    QTest::addColumn<QString>("source"); // what is imported
-    QTest::addColumn<int>("ret");
-    QTest::addColumn<int>("widthAfter");
-    QTest::newRow("the exported file") << "exported" << CMATRIX_OK << 1280;
-    QTest::newRow("no such file") << "missing" << CMATRIX_ERR_FILE_NOT_FOUND << 1024;
-}
-
-void TestWorker::configurationImport()
-{
-    QFETCH(QString, source);
-    QFETCH(int, ret);
-    QFETCH(int, widthAfter);
     MatrixSdkWorker* w = worker();
-    vdec::VirtualDecoder* d = startDecoder(136);
+    vdec::VirtualDecoder* d = fixture_.startDecoder(136);
     QVERIFY(d);
     const Handle h = connectWorker(d);
     QVERIFY(h);
 
-    QCOMPARE(setAllOutputs(w, h, mode(1280, 720, 60)), CMATRIX_OK);
-    const QString exported = tempPath("exported.json");
+    QCOMPARE(setAllOutputs(w, h, mode(1280, 720, 60)), CMATRIX_OK); // also a change the decoder logs
+    const QString exported = dir_.filePath("exported.json");
     QueuedSignalSpy exportDone(w, &MatrixSdkWorker::signalExportConfigResult);
     w->exportMatrixConfig(h, exported);
     QVERIFY(exportDone.wait(scaled(5000)));
@@ -150,22 +132,15 @@ void TestWorker::configurationImport()
     QVERIFY(QJsonDocument::fromJson(file.readAll()).isObject());
     QCOMPARE(setAllOutputs(w, h, mode(1024, 768, 60)), CMATRIX_OK);
 
-    const QString path = source == "missing" ? tempPath("missing.json") : exported;
     QueuedSignalSpy importDone(w, &MatrixSdkWorker::signalImportConfigResult);
-    w->importMatrixConfig(h, path);
+    w->importMatrixConfig(h, dir_.filePath("missing.json"));
     QVERIFY(importDone.wait(scaled(5000)));
-    QCOMPARE(importDone.at(0).at(0).toInt(), ret);
-    QCOMPARE(d->snapshot().resolution.width, widthAfter);
-}
-
-void TestWorker::logs()
-{
-    MatrixSdkWorker* w = worker();
-    vdec::VirtualDecoder* d = startDecoder(137);
-    QVERIFY(d);
-    const Handle h = connectWorker(d);
-    QVERIFY(h);
-    QCOMPARE(setAllOutputs(w, h, mode(1280, 720, 50)), CMATRIX_OK); // a change the decoder logs
+    QCOMPARE(importDone.at(0).at(0).toInt(), CMATRIX_ERR_FILE_NOT_FOUND);
+    QCOMPARE(d->snapshot().resolution.width, 1024);
+    w->importMatrixConfig(h, exported);
+    QVERIFY(importDone.wait(scaled(5000)));
+    QCOMPARE(importDone.at(1).at(0).toInt(), CMATRIX_OK);
+    QCOMPARE(d->snapshot().resolution.width, 1280);
 
     QueuedSignalSpy lines(w, &MatrixSdkWorker::signalGetLogsResult);
     const QDateTime now = QDateTime::currentDateTime();
@@ -182,11 +157,21 @@ void TestWorker::logs()
     QVERIFY(lines.at(1).at(0).toStringList().isEmpty());
 
     QueuedSignalSpy saved(w, &MatrixSdkWorker::signalGetRunLogResult);
-    const QString runLog = tempPath("run.log");
+    const QString runLog = dir_.filePath("run.log");
     w->getRunLog(h, runLog);
     QVERIFY(saved.wait(scaled(5000)));
     QCOMPARE(saved.at(0).at(0).toInt(), CMATRIX_OK);
     QVERIFY(QFileInfo(runLog).size() > 0);
+
+    QueuedSignalSpy reset(w, &MatrixSdkWorker::signalMatrixFactoryResetResult);
+    QueuedSignalSpy lost(w, &MatrixSdkWorker::signalDisconnectStatus);
+    w->factoryReset(h);
+    QVERIFY(reset.wait(scaled(5000)));
+    QCOMPARE(reset.at(0), QVariantList({ CMATRIX_OK, d->address() }));
+    QCOMPARE(d->snapshot().resolution.width, 1920);
+    // The decoder restarts, which closes the connection as a power cycle would.
+    QVERIFY(lost.count() == 1 || lost.wait(scaled(6000)));
+    QCOMPARE(lost.at(0).at(1).toString(), d->address());
 }
 
 void TestWorker::firmwareUpdate_data()
@@ -205,11 +190,11 @@ void TestWorker::firmwareUpdate()
     QFETCH(int, ret);
     QFETCH(QString, versionAfter);
     MatrixSdkWorker* w = worker();
-    vdec::VirtualDecoder* d = startDecoder(138, [](vdec::DecoderConfig& c) { c.firmwareStepMs = 5; });
+    vdec::VirtualDecoder* d = fixture_.startDecoder(138, [](vdec::DecoderConfig& c) { c.firmwareStepMs = 5; });
     QVERIFY(d);
     const Handle h = connectWorker(d);
     QVERIFY(h);
-    const QString path = tempPath("firmware.bin");
+    const QString path = dir_.filePath("firmware.bin");
     QFile::remove(path);
     if (!image.isEmpty())
         QVERIFY(writeFile(path, image));
@@ -235,24 +220,4 @@ void TestWorker::firmwareUpdate()
     QCOMPARE(end.at(2).toInt(), ret);
     QCOMPARE(last, ret == CMATRIX_OK ? 100 : 0);
     QTRY_COMPARE_WITH_TIMEOUT(d->snapshot().firmwareVersion, versionAfter, scaled(3000));
-}
-
-void TestWorker::factoryResetRestartsTheDecoder()
-{
-    MatrixSdkWorker* w = worker();
-    vdec::VirtualDecoder* d = startDecoder(139);
-    QVERIFY(d);
-    const Handle h = connectWorker(d);
-    QVERIFY(h);
-    QCOMPARE(setAllOutputs(w, h, mode(1280, 720, 60)), CMATRIX_OK);
-
-    QueuedSignalSpy reset(w, &MatrixSdkWorker::signalMatrixFactoryResetResult);
-    QueuedSignalSpy lost(w, &MatrixSdkWorker::signalDisconnectStatus);
-    w->factoryReset(h);
-    QVERIFY(reset.wait(scaled(5000)));
-    QCOMPARE(reset.at(0), QVariantList({ CMATRIX_OK, d->address() }));
-    QCOMPARE(d->snapshot().resolution.width, 1920);
-    // The decoder restarts, which closes the connection as a power cycle would.
-    QVERIFY(lost.count() == 1 || lost.wait(scaled(6000)));
-    QCOMPARE(lost.at(0).at(1).toString(), d->address());
 }

@@ -32,21 +32,13 @@ QList<MessageType> requestsOf(vdec::VirtualDecoder* decoder)
     return types;
 }
 
-WorkerTaskParam rawTask(int kind, const TestWorker::Handle& handle)
-{
-    WorkerTaskParam task;
-    task.taskType = kind;
-    task.handle = handle;
-    return task;
-}
-
 } // namespace
 
 void TestWorker::operationsBeforeFirstConnectWaitForIt()
 {
     MatrixSdkWorker* w = worker();
     QVERIFY2(!w->isRunning(), "this slot needs a worker that has never been started");
-    vdec::VirtualDecoder* d = startDecoder(130);
+    vdec::VirtualDecoder* d = fixture_.startDecoder(130);
     QVERIFY(d);
     const Handle own = rawConnection(d);
     QVERIFY(own);
@@ -54,7 +46,7 @@ void TestWorker::operationsBeforeFirstConnectWaitForIt()
 
     SignalRecorder recorder(w, MatrixSdkWorker::staticMetaObject);
     QueuedSignalSpy resolutions(w, &MatrixSdkWorker::signalMatrixGetResolutionResult);
-    const QString exported = tempPath("before-connect.json");
+    const QString exported = dir_.filePath("before-connect.json");
     w->getMatrixResolution(own);
     w->factoryReset(Handle());
     w->exportMatrixConfig(own, exported);
@@ -85,24 +77,27 @@ void TestWorker::everySignalCanBeQueued()
 {
     // A signal whose argument type has no registered name is silently lost on its way to the GUI.
     const QMetaObject& meta = MatrixSdkWorker::staticMetaObject;
-    int signalCount = 0;
     for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
         const QMetaMethod method = meta.method(i);
         if (method.methodType() != QMetaMethod::Signal)
             continue;
-        ++signalCount;
         for (int p = 0; p < method.parameterCount(); ++p)
             QVERIFY2(method.parameterType(p) != QMetaType::UnknownType,
                 qPrintable(method.methodSignature() + " : " + method.parameterTypes().at(p)));
     }
-    QCOMPARE(signalCount, 54);
 }
 
 void TestWorker::tasksWithoutHandlerAreDropped_data()
 {
     QTest::addColumn<QueueStep>("queue");
-    const auto kind
-        = [](int k) { return QueueStep([k](MatrixSdkWorker* w, const Handle& h) { w->queueTask(rawTask(k, h)); }); };
+    const auto kind = [](int k) {
+        return QueueStep([k](MatrixSdkWorker* w, const Handle& h) {
+            WorkerTaskParam task;
+            task.taskType = k;
+            task.handle = h;
+            w->queueTask(task);
+        });
+    };
     QTest::newRow("kind 22") << kind(22);
     QTest::newRow("kind 44") << kind(44);
     QTest::newRow("kind 54, past the table") << kind(54);
@@ -117,7 +112,7 @@ void TestWorker::tasksWithoutHandlerAreDropped()
 {
     QFETCH(QueueStep, queue);
     MatrixSdkWorker* w = worker();
-    vdec::VirtualDecoder* d = startDecoder(132);
+    vdec::VirtualDecoder* d = fixture_.startDecoder(132);
     QVERIFY(d);
     const Handle h = connectWorker(d);
     QVERIFY(h);
@@ -137,9 +132,9 @@ void TestWorker::quitQueuesOneDisconnectPerConnection()
 {
     MatrixSdkWorker* w = worker();
     QVERIFY(w->registeredHandles().isEmpty());
-    vdec::VirtualDecoder* a = startDecoder(150);
-    vdec::VirtualDecoder* b = startDecoder(151);
-    vdec::VirtualDecoder* slow = startDecoder(152);
+    vdec::VirtualDecoder* a = fixture_.startDecoder(150);
+    vdec::VirtualDecoder* b = fixture_.startDecoder(151);
+    vdec::VirtualDecoder* slow = fixture_.startDecoder(152);
     QVERIFY(a && b && slow);
     QVERIFY(connectWorker(a));
     QVERIFY(connectWorker(b));
@@ -169,7 +164,7 @@ void TestWorker::quitQueuesOneDisconnectPerConnection()
 void TestWorker::queueIsDrainedAfterTheRunningFlagIsCleared()
 {
     MatrixSdkWorker* w = worker();
-    vdec::VirtualDecoder* d = startDecoder(155);
+    vdec::VirtualDecoder* d = fixture_.startDecoder(155);
     QVERIFY(d);
     const Handle h = connectWorker(d);
     QVERIFY(h);
@@ -193,7 +188,7 @@ void TestWorker::queueIsDrainedAfterTheRunningFlagIsCleared()
     // Only a connect brings the thread back.
     w->getMatrixResolution(Handle());
     QVERIFY(!w->isRunning());
-    vdec::VirtualDecoder* again = startDecoder(156);
+    vdec::VirtualDecoder* again = fixture_.startDecoder(156);
     QVERIFY(again);
     const Handle back = connectWorker(again);
     QVERIFY(back);

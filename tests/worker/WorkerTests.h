@@ -27,10 +27,8 @@ public:
     static Handle rawConnection(const vdec::VirtualDecoder* decoder);
 
 private:
-    vdec::VirtualDecoder* startDecoder(int host, const kvmstest::DecoderFixture::Tweak& tweak = {});
     // Connects through the worker and waits for the result; null on a failed login or timeout.
     Handle connectWorker(const vdec::VirtualDecoder* decoder, int* ret = nullptr);
-    QString tempPath(const QString& name) const;
 
     kvmstest::DecoderFixture fixture_;
     QTemporaryDir dir_;
@@ -51,19 +49,14 @@ private slots:
     void failedLoginReportsBothSignals();
     void lostDecoderIsReportedOnce_data();
     void lostDecoderIsReportedOnce();
-    void hungDecoderHoldsTheWorkerBriefly();
 
     // TestMaintenance.cpp
     void resolution_data();
     void resolution();
-    void passwordModify_data();
     void passwordModify();
-    void configurationImport_data();
-    void configurationImport();
-    void logs();
+    void configurationLogsAndReset();
     void firmwareUpdate_data();
     void firmwareUpdate();
-    void factoryResetRestartsTheDecoder();
 
     // TestQueue.cpp, last: they end the worker's thread
     void quitQueuesOneDisconnectPerConnection();

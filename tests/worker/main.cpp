@@ -38,11 +38,6 @@ TestWorker::Handle TestWorker::rawConnection(const vdec::VirtualDecoder* decoder
     return rc == CMATRIX_OK ? handle : Handle();
 }
 
-vdec::VirtualDecoder* TestWorker::startDecoder(int host, const kvmstest::DecoderFixture::Tweak& tweak)
-{
-    return fixture_.startDecoder(host, tweak);
-}
-
 TestWorker::Handle TestWorker::connectWorker(const vdec::VirtualDecoder* decoder, int* ret)
 {
     QueuedSignalSpy results(worker(), &MatrixSdkWorker::signalConnectMatrixResult);
@@ -53,11 +48,6 @@ TestWorker::Handle TestWorker::connectWorker(const vdec::VirtualDecoder* decoder
     if (ret)
         *ret = args.at(1).toInt();
     return args.at(1).toInt() == CMATRIX_OK ? args.at(0).value<Handle>() : Handle();
-}
-
-QString TestWorker::tempPath(const QString& name) const
-{
-    return dir_.filePath(name);
 }
 
 void TestWorker::initTestCase()

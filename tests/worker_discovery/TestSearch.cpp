@@ -63,18 +63,6 @@ void TestWorkerDiscovery::decoderAnsweringEveryRoundIsListedOnce()
     QCOMPARE(describe(worker()->foundMatrixMap()), describe(found));
 }
 
-void TestWorkerDiscovery::searchNobodyAnswersStillReports()
-{
-    FakeAnswerer mute(QStringLiteral("127.0.0.183"), QStringLiteral("127.0.0.184"),
-        [](uint32_t) { return std::vector<FakeAnswerer::Datagram>(); });
-    QVERIFY(mute.isValid());
-    int published = 0;
-    const InfoMap found = search(mute.target(), &published);
-    QCOMPARE(published, 1);
-    QVERIFY(found.isEmpty());
-    QCOMPARE(mute.probes(), kProbesPerSearch);
-}
-
 void TestWorkerDiscovery::foundRecordsTakeTheDescriptorFields()
 {
     struct Row {
@@ -134,31 +122,17 @@ void TestWorkerDiscovery::answersTheMapMustNotTake_data()
     const auto ofType = [&](int32_t type) {
         return Replies([=](uint32_t id) { return Datagrams { { FakeAnswerer::answer(id, device(type)) } }; });
     };
-    const auto edited = [&](std::function<void(RawUdp::Bytes&, uint32_t&)> edit) {
-        return Replies([=](uint32_t id) {
-            uint32_t answeredId = id;
-            RawUdp::Bytes body = FakeAnswerer::answerBody(device());
-            edit(body, answeredId);
-            return Datagrams { { RawUdp::message(
-                cmatrix::wire::responseOf(MessageType::DiscoveryProbe), answeredId, 0, body) } };
-        });
-    };
+    // The SDK's own suite sends every kind of malformed answer; here: the types the map refuses,
+    // and an address without its terminator, which would otherwise become a key of the map.
+    const Replies unterminated([=](uint32_t id) {
+        RawUdp::Bytes body = FakeAnswerer::answerBody(device());
+        std::memset(body.data() + 148, '7', 16);
+        return Datagrams { { RawUdp::message(cmatrix::wire::responseOf(MessageType::DiscoveryProbe), id, 0, body) } };
+    });
     QTest::newRow("a decoder, for comparison") << ofType(9) << true;
-    QTest::newRow("type 0") << ofType(0) << false;
     QTest::newRow("type 8") << ofType(8) << false;
     QTest::newRow("type 10") << ofType(10) << false;
-    QTest::newRow("type -1") << ofType(-1) << false;
-    QTest::newRow("cut short") << edited([](RawUdp::Bytes& b, uint32_t&) { b.resize(b.size() - 1); }) << false;
-    QTest::newRow("oversized") << edited([](RawUdp::Bytes& b, uint32_t&) { b.resize(9000, 0); }) << false;
-    QTest::newRow("address without terminator")
-        << edited([](RawUdp::Bytes& b, uint32_t&) { std::memset(b.data() + 148, '7', 16); }) << false;
-    QTest::newRow("answer to another probe") << edited([](RawUdp::Bytes&, uint32_t& id) { ++id; }) << false;
-    QTest::newRow("refusal") << Replies([=](uint32_t id) {
-        return Datagrams { { FakeAnswerer::answer(id, device(), CMATRIX_ERR_FAILED) } };
-    }) << false;
-    QTest::newRow("from an address that is not a target") << Replies([=](uint32_t id) {
-        return Datagrams { { FakeAnswerer::answer(id, device()), true } };
-    }) << false;
+    QTest::newRow("address without terminator") << unterminated << false;
 }
 
 void TestWorkerDiscovery::answersTheMapMustNotTake()

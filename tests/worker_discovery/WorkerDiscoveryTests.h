@@ -42,7 +42,6 @@ private slots:
 
     // TestSearch.cpp
     void decoderAnsweringEveryRoundIsListedOnce();
-    void searchNobodyAnswersStillReports();
     void foundRecordsTakeTheDescriptorFields();
     void answersTheMapMustNotTake_data();
     void answersTheMapMustNotTake();
