@@ -5,6 +5,13 @@
 
 #include <QUuid>
 #include <QtTest>
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QScopeGuard>
+#include <QTimer>
+#include <csignal>
+#include <sys/types.h>
 
 using namespace kvms_matrix;
 using kvmstest::scaled;
@@ -174,4 +181,73 @@ void TestWorker::lostDecoderIsReportedOnce()
     QVERIFY(!lost.wait(scaled(1500)));
     QCOMPARE(lost.count(), 1);
     QCOMPARE(w->getHandleByIp(d->address()), h); // the form decides what becomes of it
+}
+
+void TestWorker::hungDecoderHoldsTheWorkerBriefly()
+{
+    MatrixSdkWorker* w = worker();
+    vdec::VirtualDecoder* busy = fixture_.startDecoder(158);
+    QVERIFY(busy);
+    const Handle other = connectWorker(busy);
+    QVERIFY(other);
+
+    QTemporaryDir dir;
+    QProcess daemon;
+    daemon.start(QStringLiteral(VIRTUAL_DECODER_PATH),
+        { "--address", "127.0.0.159", "--port", "0", "--state-dir", dir.path(), "--password", "secret99" });
+    QVERIFY(daemon.waitForStarted(scaled(5000)));
+    auto endDaemon = qScopeGuard([&] {
+        ::kill(pid_t(daemon.processId()), SIGCONT);
+        daemon.kill();
+        daemon.waitForFinished(scaled(5000));
+    });
+    QVERIFY(QTest::qWaitFor([&] { return daemon.canReadLine(); }, scaled(5000)));
+    const QRegularExpressionMatch port = QRegularExpression(QStringLiteral("tcp=(\\d+)")).match(daemon.readLine());
+    QVERIFY(port.hasMatch());
+    MatrixInfo info;
+    info.ip = QStringLiteral("127.0.0.159");
+    info.manager_port = port.captured(1).toInt();
+    info.username = QStringLiteral("admin");
+    info.password = QStringLiteral("secret99");
+    QueuedSignalSpy connected(w, &MatrixSdkWorker::signalConnectMatrixResult);
+    w->connectMatrix(info, nullptr);
+    QVERIFY(connected.wait(scaled(6000)));
+    QCOMPARE(connected.at(0).at(1).toInt(), CMATRIX_OK);
+    const Handle hung = connected.at(0).at(0).value<Handle>();
+
+    // Steady load on both decoders; every result is timed.
+    QElapsedTimer clock;
+    clock.start();
+    QList<qint64> results;
+    QObject scope; // results still queued when it goes are dropped with it
+    connect(
+        w, &MatrixSdkWorker::signalGetWindowInfoResult, &scope, [&] { results.append(clock.elapsed()); },
+        Qt::QueuedConnection);
+    QTimer load;
+    connect(&load, &QTimer::timeout, this, [&] {
+        if (w->pendingTaskCount() < 4) {
+            w->getWindowInfo(hung);
+            w->getWindowInfo(other);
+        }
+    });
+    load.start(10);
+    QTRY_VERIFY(results.size() > 20);
+
+    QueuedSignalSpy lost(w, &MatrixSdkWorker::signalDisconnectStatus);
+    const qint64 stoppedAt = clock.elapsed();
+    QCOMPARE(::kill(pid_t(daemon.processId()), SIGSTOP), 0);
+    QVERIFY(lost.wait(scaled(6000)));
+    const qint64 reported = clock.elapsed() - stoppedAt;
+    QTest::qWait(500); // results keep coming once the lost decoder's calls fail at once
+    load.stop();
+    qint64 stall = 0;
+    for (int i = 1; i < results.size(); ++i) {
+        if (results[i] > stoppedAt)
+            stall = std::max(stall, results[i] - std::max(results[i - 1], stoppedAt));
+    }
+    qInfo("hung decoder: loss reported after %lld ms, worker held for at most %lld ms", reported, stall);
+    QCOMPARE(lost.at(0).at(1).toString(), info.ip);
+    // Generous bounds for a loaded machine; the figures above are what the change is about.
+    QVERIFY2(reported < scaled(2500), qPrintable(QString::number(reported)));
+    QVERIFY2(stall < scaled(2500), qPrintable(QString::number(stall)));
 }

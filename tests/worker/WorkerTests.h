@@ -49,6 +49,7 @@ private slots:
     void failedLoginReportsBothSignals();
     void lostDecoderIsReportedOnce_data();
     void lostDecoderIsReportedOnce();
+    void hungDecoderHoldsTheWorkerBriefly();
 
     // TestMaintenance.cpp
     void resolution_data();
