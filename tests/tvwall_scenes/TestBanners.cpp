@@ -163,19 +163,3 @@ void TvWallScenesTest::removedBannerKeepsTextAndColours()
     QCOMPARE(ini.fontPercent, 50);
     QCOMPARE(ini.fontColor.name(), QStringLiteral("#102030"));
 }
-
-void TvWallScenesTest::colourPacking_data()
-{
-    QTest::addColumn<QColor>("colour");
-    QTest::addColumn<uint>("word");
-    QTest::newRow("opaque") << QColor(16, 32, 48, 255) << 0xFF102030u;
-    QTest::newRow("transparent white") << QColor(255, 255, 255, 0) << 0x00FFFFFFu;
-}
-
-void TvWallScenesTest::colourPacking()
-{
-    QFETCH(QColor, colour);
-    QFETCH(uint, word);
-    QCOMPARE(uint(MatrixSdkWorker::transColorToUint(colour)), word);
-    QCOMPARE(MatrixSdkWorker::transUintToColor(word), colour);
-}
