@@ -55,7 +55,6 @@ private slots:
     void renameStoresTheCurrentWall_data();
     void renameStoresTheCurrentWall();
     void restoreListAndRemove();
-    void sceneNameIsCutToItsField();
     void withoutConnection_data();
     void withoutConnection();
 
