@@ -1,9 +1,10 @@
 // Reading a wall through the worker: how each window lies on the grid, what each bound source
-// is taken for.
+// is taken for, and the call log lines of a read.
 #include "WindowsTests.h"
 
 #include "WireBuilders.h"
 
+#include <QRegularExpression>
 #include <QtTest>
 
 using namespace kvms_matrix;
@@ -64,4 +65,27 @@ void TvWallWindowsTest::windowsReadBack()
     QCOMPARE(w.layer > 0, type == 2);
     QCOMPARE(w.subWindows.size(), 1);
     QCOMPARE(w.subWindows[0].subWindowId, type == 2 ? -1 : 1);
+}
+
+void TvWallWindowsTest::readingIsLogged()
+{
+    const Handle h = wallOn(233, 1, 2);
+    QVERIFY(h);
+    QCOMPARE(CMatrix_WindowSetDivision(*sdk_, 2, 4), CMATRIX_OK);
+    QCOMPARE(readWall(h).size(), 2);
+
+    const QString log = logText();
+    const QString handle
+        = QRegularExpression::escape(QStringLiteral("0x") + QString::number(quintptr(h->handle()), 16));
+    const QString end = QStringLiteral("time = [-0-9: ]+ ,  Elapsed = \\d+ \\}");
+    const QStringList expected {
+        "\\{ funcName = CMatrix_GetMatrix , params\\{ mHandle = %1 , layoutCol = 2 , layoutRow = 1 \\} , ret = 0 , %2",
+        "\\{ funcName = CMatrix_WindowGetDivision , params\\{ mHandle = %1 , windId = 1,2 , division = 1,4 \\} , "
+        "ret = 2 , %2",
+        "\\{ funcName = CMatrix_WindowDeviceGet , params \\{ mHandle = %1 ,windowId = 2 \\} , ret = 0  , time = "
+        "[-0-9: ]+  , Elapsed = \\d+ \\}\\n[-0-9:. ]+\\{\"deviceList\":\\[\\],\"windowId\":2\\}",
+        "\\{ funcName = CMatrix_Free , params\\{ mHandle = %1 \\} , ret = 0 , %2",
+    };
+    for (const QString& pattern : expected)
+        QVERIFY2(QRegularExpression(pattern.arg(handle, end)).match(log).hasMatch(), qPrintable(pattern));
 }

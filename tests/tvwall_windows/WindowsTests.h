@@ -44,6 +44,7 @@ private slots:
     // TestReading.cpp
     void windowsReadBack_data();
     void windowsReadBack();
+    void readingIsLogged();
 
     // TestWindows.cpp
     void addWindow_data();
