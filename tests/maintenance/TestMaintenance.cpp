@@ -13,8 +13,6 @@
 
 using kvmstest::scaled;
 
-Q_DECLARE_METATYPE(ScreenResolution_t)
-
 namespace {
 
 using Client = kvmstest::SdkSession;
@@ -145,37 +143,6 @@ private slots:
         QCOMPARE(d->snapshot().cols, 2);
     }
 
-    void resolution_data()
-    {
-        QTest::addColumn<ScreenResolution_t>("set");
-        QTest::addColumn<int>("setAll");
-        QTest::addColumn<int>("result");
-        QTest::addColumn<int>("askOutput");
-        QTest::addColumn<int>("width");
-        QTest::newRow("mode not offered") << mode(1920, 1080, 59, 0) << 1 << CMATRIX_ERR_INVALID_PARAM << -1 << 1920;
-        QTest::newRow("negative output") << mode(1280, 720, 60, -1) << 0 << CMATRIX_ERR_INVALID_PARAM << 0 << 1920;
-    }
-
-    void resolution()
-    {
-        QFETCH(ScreenResolution_t, set);
-        QFETCH(int, setAll);
-        QFETCH(int, result);
-        QFETCH(int, askOutput);
-        QFETCH(int, width);
-        vdec::VirtualDecoder* d = fixture_.startDecoder(119); // a 2 x 2 wall: outputs 0..3
-        QVERIFY(d);
-        Client client;
-        QCOMPARE(client.connect(d), CMATRIX_OK);
-        QCOMPARE(CMatrix_SetResolution(client.handle(), &set, setAll), result);
-        ScreenResolution_t got = mode(0, 0, 0, askOutput);
-        QCOMPARE(CMatrix_GetResolution(client.handle(), &got), CMATRIX_OK);
-        QCOMPARE(got.width, width);
-        QCOMPARE(got.outputIndex, askOutput);
-        got.outputIndex = 4;
-        QCOMPARE(CMatrix_GetResolution(client.handle(), &got), CMATRIX_ERR_INVALID_PARAM);
-    }
-
     void passwordChange_data()
     {
         QTest::addColumn<QByteArray>("user");
@@ -216,8 +183,6 @@ private slots:
         QTest::addColumn<QByteArray>("content");
         QTest::addColumn<int>("result");
         QTest::newRow("not JSON") << QByteArray("{\"format\":") << CMATRIX_ERR_CONFIG;
-        QTest::newRow("another format") << QByteArray(R"({"format":99,"wall":{"cols":2,"rows":2,"name":"W"}})")
-                                        << CMATRIX_ERR_CONFIG;
         QTest::newRow("wall too large") << QByteArray(R"({"format":1,"wall":{"cols":99,"rows":2,"name":"W"}})")
                                         << CMATRIX_ERR_CONFIG;
         QTest::newRow("resolution not offered")

@@ -55,15 +55,12 @@ private slots:
     void renameStoresTheCurrentWall_data();
     void renameStoresTheCurrentWall();
     void restoreListAndRemove();
-    void sceneNameIsCutToItsField();
     void withoutConnection_data();
     void withoutConnection();
 
     // TestLoops.cpp
-    void newLoopId_data();
-    void newLoopId();
-    void editingALoop_data();
-    void editingALoop();
+    void savingALoop_data();
+    void savingALoop();
     void protocolNames_data();
     void protocolNames();
     void listSkipsEmptySources();
@@ -76,8 +73,6 @@ private slots:
     void decoderBannerMirror_data();
     void decoderBannerMirror();
     void removedBannerKeepsTextAndColours();
-    void colourPacking_data();
-    void colourPacking();
 
     // TestDeviceFiles.cpp
     void fileListLeavesOutSystemFolder();

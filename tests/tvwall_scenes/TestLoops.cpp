@@ -43,76 +43,51 @@ QStringList sourceIdsOf(const vdec::Scheme* scheme)
 
 } // namespace
 
-void TvWallScenesTest::newLoopId_data()
+void TvWallScenesTest::savingALoop_data()
 {
-    QTest::addColumn<QList<int>>("existing");
-    QTest::addColumn<int>("expected");
-    QTest::newRow("first free between 1 and 3") << QList<int> { 1, 3 } << 2;
-    QTest::newRow("no schemes yet") << QList<int> {} << 1;
+    QTest::addColumn<QList<int>>("existing"); // schemes "old" of Cam-1, Cam-2, Cam-3
+    QTest::addColumn<int>("loopId"); // 0: a new loop
+    QTest::addColumn<int>("deleteFault"); // 0: none
+    QTest::addColumn<int>("expectedId");
+    const QList<int> four { 4 };
+    QTest::newRow("new: first free between 1 and 3") << QList<int> { 1, 3 } << 0 << 0 << 2;
+    QTest::newRow("new: no schemes yet") << QList<int> {} << 0 << 0 << 1;
+    QTest::newRow("replaced under the same id") << four << 4 << 0 << 4;
+    QTest::newRow("delete refused, nothing written") << four << 4 << int(CMATRIX_ERR_BUSY) << 4;
 }
 
-void TvWallScenesTest::newLoopId()
+void TvWallScenesTest::savingALoop()
 {
     QFETCH(QList<int>, existing);
-    QFETCH(int, expected);
+    QFETCH(int, loopId);
+    QFETCH(int, deleteFault);
+    QFETCH(int, expectedId);
     vdec::VirtualDecoder* d = startDecoder(210);
     QVERIFY(d);
     RawWall raw(d);
     QVERIFY(raw.ok());
     for (int id : existing)
-        QCOMPARE(raw.createScheme(uint32_t(id), "old", { "x" }), CMATRIX_OK);
-    const Handle h = connectWorker(d);
-    QVERIFY(h);
-
-    QueuedSignalSpy set(worker(), &MatrixSdkWorker::signalSetLoopInfoResult);
-    worker()->setLoopInfo(h, loopOf(0, QStringLiteral("Lobby"), { "Cam-a", "Cam-b" }));
-    QVERIFY(set.wait(scaled(5000)));
-    QCOMPARE(set.at(0).at(0).toInt(), CMATRIX_OK);
-    QCOMPARE(set.at(0).at(1).value<MatrixLoopInfo>().loopId, expected);
-
-    const vdec::DecoderSnapshot s = d->snapshot();
-    const vdec::Scheme* scheme = s.scheme(uint32_t(expected));
-    QVERIFY(scheme);
-    QCOMPARE(QString::fromUtf8(scheme->info.name), QStringLiteral("Lobby"));
-    QCOMPARE(scheme->info.kind, 4);
-    QCOMPARE(scheme->info.interval, 1u);
-    QCOMPARE(sourceIdsOf(scheme), QStringList({ "Cam-a", "Cam-b" }));
-    QCOMPARE(int(s.schemes.size()), existing.size() + 1);
-}
-
-void TvWallScenesTest::editingALoop_data()
-{
-    QTest::addColumn<int>("deleteFault"); // 0: none
-    QTest::newRow("replaced under the same id") << 0;
-    QTest::newRow("delete refused, nothing written") << CMATRIX_ERR_BUSY;
-}
-
-void TvWallScenesTest::editingALoop()
-{
-    QFETCH(int, deleteFault);
-    vdec::VirtualDecoder* d = startDecoder(211);
-    QVERIFY(d);
-    RawWall raw(d);
-    QVERIFY(raw.ok());
-    QCOMPARE(raw.createScheme(4, "before", { "Cam-1", "Cam-2", "Cam-3" }), CMATRIX_OK);
+        QCOMPARE(raw.createScheme(uint32_t(id), "old", { "Cam-1", "Cam-2", "Cam-3" }), CMATRIX_OK);
     const Handle h = connectWorker(d);
     QVERIFY(h);
     if (deleteFault)
         d->faults().failNext(MessageType::SchemeDel, deleteFault);
 
     QueuedSignalSpy set(worker(), &MatrixSdkWorker::signalSetLoopInfoResult);
-    worker()->setLoopInfo(h, loopOf(4, QStringLiteral("after"), { "Cam-9" }));
+    worker()->setLoopInfo(h, loopOf(loopId, QStringLiteral("Lobby"), { "Cam-a", "Cam-b" }));
     QVERIFY(set.wait(scaled(5000)));
     QCOMPARE(set.at(0).at(0).toInt(), deleteFault ? deleteFault : CMATRIX_OK);
-    QCOMPARE(set.at(0).at(1).value<MatrixLoopInfo>().loopId, 4);
+    QCOMPARE(set.at(0).at(1).value<MatrixLoopInfo>().loopId, expectedId);
 
     const vdec::DecoderSnapshot s = d->snapshot();
-    QCOMPARE(int(s.schemes.size()), 1);
-    QVERIFY(s.scheme(4));
-    QCOMPARE(
-        QString::fromUtf8(s.scheme(4)->info.name), deleteFault ? QStringLiteral("before") : QStringLiteral("after"));
-    QCOMPARE(
-        sourceIdsOf(s.scheme(4)), deleteFault ? QStringList({ "Cam-1", "Cam-2", "Cam-3" }) : QStringList({ "Cam-9" }));
+    const vdec::Scheme* scheme = s.scheme(uint32_t(expectedId));
+    QVERIFY(scheme);
+    QCOMPARE(QString::fromUtf8(scheme->info.name), deleteFault ? QStringLiteral("old") : QStringLiteral("Lobby"));
+    QCOMPARE(scheme->info.kind, 4);
+    QCOMPARE(scheme->info.interval, 1u);
+    QCOMPARE(sourceIdsOf(scheme),
+        deleteFault ? QStringList({ "Cam-1", "Cam-2", "Cam-3" }) : QStringList({ "Cam-a", "Cam-b" }));
+    QCOMPARE(int(s.schemes.size()), existing.size() + (loopId ? 0 : 1));
 }
 
 void TvWallScenesTest::protocolNames_data()

@@ -28,10 +28,14 @@ void TvWallScenesTest::newSceneId_data()
     QTest::addColumn<int>("expected");
     QTest::addColumn<int>("scenesAfter");
     QTest::addColumn<int>("listRead"); // what the decoder answers to the scene list
-    QTest::newRow("first free between 1, 2 and 4") << QList<int> { 1, 2, 4 } << -1 << 3 << 4 << CMATRIX_OK;
-    QTest::newRow("explicit id overwrites") << QList<int> { 1, 2 } << 2 << 2 << 2 << CMATRIX_OK;
+    QTest::addColumn<QString>("name");
+    const QString morning = QStringLiteral("Morning");
+    QTest::newRow("first free between 1, 2 and 4") << QList<int> { 1, 2, 4 } << -1 << 3 << 4 << 0 << morning;
+    QTest::newRow("explicit id overwrites") << QList<int> { 1, 2 } << 2 << 2 << 2 << 0 << morning;
     // Guessing id 1 would overwrite the operator's scene 1.
-    QTest::newRow("list unreadable: refused") << QList<int> { 1 } << -1 << -1 << 1 << CMATRIX_ERR_BUSY;
+    QTest::newRow("list unreadable: refused") << QList<int> { 1 } << -1 << -1 << 1 << int(CMATRIX_ERR_BUSY) << morning;
+    // 150 two-byte characters do not fit 99 bytes: the cut falls between two characters.
+    QTest::newRow("name cut to its field") << QList<int> {} << -1 << 1 << 1 << 0 << QString(150, QChar(0x00E9));
 }
 
 void TvWallScenesTest::newSceneId()
@@ -41,6 +45,7 @@ void TvWallScenesTest::newSceneId()
     QFETCH(int, expected);
     QFETCH(int, scenesAfter);
     QFETCH(int, listRead);
+    QFETCH(QString, name);
     vdec::VirtualDecoder* d = startDecoder(200);
     QVERIFY(d);
     RawWall raw(d);
@@ -54,18 +59,18 @@ void TvWallScenesTest::newSceneId()
         d->faults().failNext(cmatrix::wire::MessageType::SceneGet, listRead);
     int marker = 0;
     QueuedSignalSpy saved(worker(), &MatrixSdkWorker::signalSaveSceneResult);
-    worker()->saveScene(h, requested, QStringLiteral("Morning"), &marker);
+    worker()->saveScene(h, requested, name, &marker);
     QVERIFY(saved.wait(scaled(5000)));
     QCOMPARE(saved.at(0).at(0).toInt(), listRead);
     QCOMPARE(saved.at(0).at(1).toInt(), expected);
-    QCOMPARE(saved.at(0).at(2).toString(), QStringLiteral("Morning"));
+    QCOMPARE(saved.at(0).at(2).toString(), name.left(49));
     QCOMPARE(saved.at(0).at(3).value<void*>(), static_cast<void*>(&marker));
 
     const vdec::DecoderSnapshot s = d->snapshot();
     QCOMPARE(int(s.scenes.size()), scenesAfter);
     const uint32_t kept = listRead == CMATRIX_OK ? uint32_t(expected) : 1u;
     QVERIFY(s.scene(kept));
-    QCOMPARE(QString::fromStdString(s.scene(kept)->name), listRead == CMATRIX_OK ? "Morning" : "old");
+    QCOMPARE(QString::fromStdString(s.scene(kept)->name), listRead == CMATRIX_OK ? name.left(49) : "old");
 }
 
 void TvWallScenesTest::renameStoresTheCurrentWall_data()
@@ -149,22 +154,6 @@ void TvWallScenesTest::restoreListAndRemove()
     const QString handle = QStringLiteral("0x") + QString::number(quintptr(h->handle()), 16);
     QVERIFY(logText().contains(
         QStringLiteral("{ funcName = CMatrix_Free , params{ mHandle = %1 } , ret = 0 , ").arg(handle)));
-}
-
-void TvWallScenesTest::sceneNameIsCutToItsField()
-{
-    vdec::VirtualDecoder* d = startDecoder(203);
-    QVERIFY(d);
-    const Handle h = connectWorker(d);
-    QVERIFY(h);
-    // 150 two-byte characters do not fit 99 bytes: the cut falls between two characters.
-    const QString longName(150, QChar(0x00E9));
-    QueuedSignalSpy saved(worker(), &MatrixSdkWorker::signalSaveSceneResult);
-    worker()->saveScene(h, -1, longName, nullptr);
-    QVERIFY(saved.wait(scaled(5000)));
-    QCOMPARE(saved.at(0).at(0).toInt(), CMATRIX_OK);
-    QCOMPARE(saved.at(0).at(2).toString(), longName.left(49));
-    QCOMPARE(QString::fromStdString(d->snapshot().scene(1)->name), longName.left(49));
 }
 
 namespace {

@@ -1,17 +1,7 @@
 #include "ScenesTests.h"
 
 #include "TestMain.h"
-#include "TestTimeout.h"
 #include "WireBuilders.h"
-
-#include "KSingleton.h"
-#include "LogInfo.h"
-
-#include <QDir>
-#include <QFile>
-
-using kvms_matrix::MatrixSdkWorker;
-using kvmstest::scaled;
 
 RawWall::RawWall(const vdec::VirtualDecoder* decoder)
 {

@@ -2,8 +2,6 @@
 // is taken for, and the call log lines of a read.
 #include "WindowsTests.h"
 
-#include "Messages.h"
-#include "PayloadWriter.h"
 #include "WireBuilders.h"
 
 #include <QRegularExpression>
@@ -67,23 +65,6 @@ void TvWallWindowsTest::windowsReadBack()
     QCOMPARE(w.layer > 0, type == 2);
     QCOMPARE(w.subWindows.size(), 1);
     QCOMPARE(w.subWindows[0].subWindowId, type == 2 ? -1 : 1);
-}
-
-void TvWallWindowsTest::zeroByZeroWallReadsAsOneCell()
-{
-    const Handle h = wallOn(231, 2, 2);
-    QVERIFY(h);
-    std::vector<uint8_t> payload; // the 2 x 2 wall's grid reported as 0 x 0
-    cmatrix::wire::PayloadWriter writer(payload);
-    cmatrix::wire::MatrixGeometry { 0, 0, "Wall" }.visit(writer);
-    decoder_->faults().answerNextWith(cmatrix::wire::MessageType::GetMatrix, payload);
-
-    int rows = 0;
-    int cols = 0;
-    const QList<MatrixWindowInfo> wall = readWall(h, &rows, &cols);
-    QCOMPARE(QList<int>({ rows, cols, wall.size() }), QList<int>({ 1, 1, 4 }));
-    for (const MatrixWindowInfo& w : wall)
-        QCOMPARE(w.windowType, 0); // every window fits the one cell of 32768 units
 }
 
 void TvWallWindowsTest::readingIsLogged()

@@ -2,7 +2,6 @@
 // decoder, display devices fed by a media distribution, and pictures pushed after binding.
 #include "WindowsTests.h"
 
-#include "KovCapThread.h"
 #include "QueuedSignalSpy.h"
 #include "TestTimeout.h"
 #include "WireBuilders.h"
@@ -180,25 +179,6 @@ void TvWallWindowsTest::pictureIsPushedToItsSubWindow()
     QVERIFY(line.match(logText()).hasMatch());
 }
 
-void TvWallWindowsTest::desktopStartsTheCaptureForItsSubWindow()
-{
-    const Handle h = wallOn(247, 1, 1);
-    QVERIFY(h);
-    QCOMPARE(CMatrix_WindowSetDivision(*sdk_, 1, 4), CMATRIX_OK);
-    MatrixWindowInfo window = windowInfo(1, 4);
-    MatrixDeviceInfo& desktop = window.subWindows[2].device;
-    desktop.deviceType = 4;
-    desktop.deviceId = QStringLiteral("cap_pc");
-    desktop.channel = 3;
-    QCOMPARE(bind(h, window, 3), CMATRIX_OK);
-    // The thread grabs and sends on its own from here (what arrives is the capture's business).
-    const KovCapThread* capture = worker()->captureThread();
-    QVERIFY(capture->isRunning());
-    QCOMPARE(QList<int>({ capture->windowId(), capture->channel() }), QList<int>({ 1, 3 }));
-    worker()->stopCaptureThread();
-    QVERIFY(!worker()->captureThread()->isRunning());
-}
-
 void TvWallWindowsTest::distributionEndsWithItsBinding_data()
 {
     QTest::addColumn<bool>("bindingRefused"); // else: bound, then the connection is closed
@@ -226,29 +206,4 @@ void TvWallWindowsTest::distributionEndsWithItsBinding()
     // Nothing pulls it any more: stopped on the decoder, and its channel is free again.
     QVERIFY(worker()->mdRegistry().empty());
     QTRY_VERIFY_WITH_TIMEOUT(decoder_->snapshot().distributions.empty(), scaled(5000));
-}
-
-// Display devices of one window ask the decoder what it holds: the wall is read once per binding,
-// not once per display device.
-void TvWallWindowsTest::bindingReadsTheWallOnce()
-{
-    const Handle h = wallOn(232, 2, 2);
-    QVERIFY(h);
-    QCOMPARE(CMatrix_WindowSetDivision(*sdk_, 1, 4), CMATRIX_OK);
-    MatrixWindowInfo window = windowInfo(1, 4);
-    std::vector<DeviceInfo_t> held;
-    for (int k = 0; k < 4; ++k) {
-        MatrixDeviceInfo& pc = window.subWindows[k].device;
-        pc.deviceType = 2;
-        pc.deviceId = QStringLiteral("pc-%1").arg(k + 1);
-        pc.channel = 10 + k;
-        DeviceInfo_t d = kvmstest::device(k + 1, qPrintable(pc.deviceId));
-        d.channel = pc.channel;
-        d.protocol = 7; // the decoder pulls it already
-        held.push_back(d);
-    }
-    QCOMPARE(CMatrix_WindowDeviceAdd(*sdk_, 1, held.data(), 4, true), CMATRIX_OK);
-    const int before = decoder_->journal().count(cmatrix::wire::MessageType::WindowDeviceGet);
-    QCOMPARE(bind(h, window, 1), CMATRIX_OK);
-    QCOMPARE(decoder_->journal().count(cmatrix::wire::MessageType::WindowDeviceGet) - before, 4); // one per window
 }

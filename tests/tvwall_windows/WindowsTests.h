@@ -44,7 +44,6 @@ private slots:
     // TestReading.cpp
     void windowsReadBack_data();
     void windowsReadBack();
-    void zeroByZeroWallReadsAsOneCell();
     void readingIsLogged();
 
     // TestWindows.cpp
@@ -65,10 +64,8 @@ private slots:
     void displayDeviceGetsADistribution();
     void pictureIsPushedToItsSubWindow_data();
     void pictureIsPushedToItsSubWindow();
-    void desktopStartsTheCaptureForItsSubWindow();
     void distributionEndsWithItsBinding_data();
     void distributionEndsWithItsBinding();
-    void bindingReadsTheWallOnce();
 
     // TestHostile.cpp
     void extremeAnswers_data();

@@ -5,12 +5,6 @@
 #include "TestTimeout.h"
 #include "WireBuilders.h"
 
-#include "KSingleton.h"
-#include "LogInfo.h"
-
-#include <QDir>
-#include <QFile>
-
 #include <vector>
 
 using namespace kvms_matrix;

@@ -116,15 +116,6 @@ void TestWorkerFiles::iniLogin()
     QCOMPARE(login.password, password);
 }
 
-void TestWorkerFiles::iniLoginDefaults()
-{
-    const TvWallIni::Login login = TvWallIni::readLogin();
-    QCOMPARE(login.type, -1);
-    QCOMPARE(login.port, -1);
-    QVERIFY(login.ip.isEmpty() && login.username.isEmpty() && login.password.isEmpty());
-    QVERIFY(!QFile::exists(QStringLiteral("tvWallConfig.ini"))); // reading creates nothing
-}
-
 void TestWorkerFiles::iniBannerRoundTripAndZeroRect()
 {
     TvWallIni::writeLogin({ 1, QStringLiteral("127.0.0.2"), 8000, QStringLiteral("u"), QStringLiteral("p") });
@@ -142,20 +133,6 @@ void TestWorkerFiles::iniBannerRoundTripAndZeroRect()
     compareBannerText(read, written);
     QCOMPARE(QRect(read.x, read.y, read.w, read.h), QRect(0, 0, 0, 0));
     QCOMPARE(TvWallIni::readLogin().ip, QStringLiteral("127.0.0.2")); // the other group is untouched
-}
-
-void TestWorkerFiles::iniBannerKeepsFontPercent()
-{
-    TvWallIni::writeBanner(sampleBanner());
-    TvWallIni::Banner fromDecoder = sampleBanner();
-    fromDecoder.h = 0;
-    fromDecoder.fontPercent = 0;
-    fromDecoder.message = QStringLiteral("new");
-    TvWallIni::writeBanner(fromDecoder, false);
-    const TvWallIni::Banner read = TvWallIni::readBanner();
-    QCOMPARE(read.fontPercent, 50);
-    QCOMPARE(read.message, QStringLiteral("new"));
-    QCOMPARE(read.h, 0);
 }
 
 void TestWorkerFiles::fileModes_data()

@@ -142,31 +142,6 @@ void TestWorkerFiles::readLists()
     QCOMPARE(entriesRead(reader), expected);
 }
 
-void TestWorkerFiles::mistypedKeysReadAsZero()
-{
-    writeText("decoderConfig.json",
-        R"({"matrixList":[{"ip":"127.0.0.2","type":"7","port":"9000","manager_port":8000.5,"nvr_port":null,)"
-        R"("username":5,"password":["x"],"status":true,"screenCnt":{},"connect_state":3,"version":1.5}]})");
-    const MatrixInfo info = MatrixSdkWorker::getDecoderFromJson().value(QStringLiteral("127.0.0.2"));
-    // Missing and mistyped keys give 0 and "", not the record's defaults (-1, U+FFFF).
-    const QVariantList fields { info.ip, info.type, info.id, info.port, info.nvr_port, info.username, info.password,
-        info.status, info.screenCnt, info.connect_state, info.version };
-    QCOMPARE(fields, (QVariantList { "127.0.0.2", 0, QString(), 0, 0, QString(), QString(), 0, 0, 3, QString() }));
-}
-
-void TestWorkerFiles::listWriteDropsLastConnected()
-{
-    MatrixSdkWorker::writeMatrixLastConnectedInfoToJson(decoder(2, QStringLiteral("u1"), QStringLiteral("127.0.0.2")));
-    QCOMPARE(contentOf("matrixConfig.json"), QByteArray(R"({"lastConnectedMatrixInfo":)" + kTenKeys + "}"));
-    QCOMPARE(MatrixSdkWorker::readMatrixLastConnectedInfoFromJson().ip, QStringLiteral("127.0.0.2"));
-
-    MatrixSdkWorker::addAllOneMatrixToJson({ decoder(2, QStringLiteral("u1"), QStringLiteral("127.0.0.2")) });
-    QCOMPARE(contentOf("matrixConfig.json"), QByteArray(R"({"matrixList":[)" + kTenKeys + "]}"));
-    const MatrixInfo last = MatrixSdkWorker::readMatrixLastConnectedInfoFromJson();
-    QCOMPARE(last.ip, QString());
-    QCOMPARE(last.type, 0); // the member is gone, so every field reads as a missing key
-}
-
 void TestWorkerFiles::lastConnectedKeepsListAndLeavesOldTail()
 {
     const QByteArray list = R"({"matrixList":[)" + kTenKeys + "]}";
@@ -196,33 +171,6 @@ void TestWorkerFiles::lastConnectedKeepsListAndLeavesOldTail()
     // A list write truncates and so repairs the file.
     MatrixSdkWorker::addAllOneMatrixToJson({ decoder(2, QStringLiteral("u1"), QStringLiteral("127.0.0.2")) });
     QCOMPARE(contentOf("matrixConfig.json"), list);
-}
-
-void TestWorkerFiles::lastConnectedDefaults_data()
-{
-    QTest::addColumn<QByteArray>("text"); // null: no file
-    QTest::addColumn<int>("type");
-    QTest::addColumn<QString>("id");
-
-    QTest::newRow("no file: default record") << QByteArray() << -1 << QString(QChar(0xFFFF));
-    QTest::newRow("no member: fields from missing keys") << QByteArray(R"({"matrixList":[]})") << 0 << QString();
-    QTest::newRow("unparsable") << QByteArray(R"({"lastConnectedMatrixInfo":{"type":3)") << 0 << QString();
-    QTest::newRow("member present") << QByteArray(R"({"lastConnectedMatrixInfo":{"type":3,"id":"x","ip":"h"}})") << 3
-                                    << "x";
-}
-
-void TestWorkerFiles::lastConnectedDefaults()
-{
-    QFETCH(QByteArray, text);
-    QFETCH(int, type);
-    QFETCH(QString, id);
-    if (!text.isNull())
-        writeText("matrixConfig.json", text);
-    const MatrixInfo info = MatrixSdkWorker::readMatrixLastConnectedInfoFromJson();
-    QCOMPARE(info.type, type);
-    QCOMPARE(info.id, id);
-    QCOMPARE(info.username, QString());
-    QCOMPARE(info.password, QString());
 }
 
 void TestWorkerFiles::tvWallRoundTrip()

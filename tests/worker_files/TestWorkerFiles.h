@@ -39,11 +39,7 @@ private slots:
     void decoderListRoundTrip();
     void readLists_data();
     void readLists();
-    void mistypedKeysReadAsZero();
-    void listWriteDropsLastConnected();
     void lastConnectedKeepsListAndLeavesOldTail();
-    void lastConnectedDefaults_data();
-    void lastConnectedDefaults();
     void failedListWriteKeepsTheOldFile_data();
     void failedListWriteKeepsTheOldFile();
 
@@ -53,9 +49,7 @@ private slots:
     // ini
     void iniLogin_data();
     void iniLogin();
-    void iniLoginDefaults();
     void iniBannerRoundTripAndZeroRect();
-    void iniBannerKeepsFontPercent();
 
     // permissions
     void fileModes_data();
