@@ -24,7 +24,6 @@ private slots:
     void keysClearAndLeaveFull();
     void dragAcrossCellsJoinsThem_data();
     void dragAcrossCellsJoinsThem();
-    void dropsReportTheTarget();
 };
 
 // The scene and loop rows.
