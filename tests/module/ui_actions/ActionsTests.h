@@ -33,7 +33,6 @@ class ListItemTest : public QObject {
 private slots:
     void renameKeys_data();
     void renameKeys();
-    void clickBesideTheFieldFinishesRenaming();
     void loopRowAsksForItsDialogAndDragsItsId();
 };
 
