@@ -24,7 +24,6 @@ private slots:
     void keysClearAndLeaveFull();
     void dragAcrossCellsJoinsThem_data();
     void dragAcrossCellsJoinsThem();
-    void dropsReportTheTarget();
 };
 
 // The scene and loop rows.
@@ -34,7 +33,6 @@ class ListItemTest : public QObject {
 private slots:
     void renameKeys_data();
     void renameKeys();
-    void clickBesideTheFieldFinishesRenaming();
     void loopRowAsksForItsDialogAndDragsItsId();
 };
 

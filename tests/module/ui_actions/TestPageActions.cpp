@@ -26,9 +26,7 @@
 #include <QImage>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QMenu>
 #include <QMimeData>
-#include <QProcess>
 #include <QPushButton>
 #include <QSlider>
 #include <QTabWidget>
@@ -84,19 +82,6 @@ QString writeJpeg(const QString& dir, const QString& name)
     image.fill(Qt::darkCyan);
     const QString path = QDir(dir).filePath(name);
     return image.save(path, "JPG") ? path : QString();
-}
-
-// Saves the whole X screen with ImageMagick when KVMS_SCREENSHOT_DIR names a directory.
-void screenshot(const QString& name)
-{
-    const QString dir = qEnvironmentVariable("KVMS_SCREENSHOT_DIR");
-    if (dir.isEmpty())
-        return;
-    QTest::qWait(300); // let the last repaint reach the server
-    QProcess import;
-    import.start(QStringLiteral("import"),
-        { QStringLiteral("-window"), QStringLiteral("root"), QDir(dir).filePath(name + QStringLiteral(".png")) });
-    import.waitForFinished(10000);
 }
 
 } // namespace
@@ -396,7 +381,6 @@ void PageActionsTest::loopMadeInTheDialogTurnsWhereDropped()
         dialog->availableList()->item(i)->setSelected(true);
     QTest::mouseClick(dialog->addButton(), Qt::LeftButton);
     QCOMPARE(dialog->chosenList()->count(), 3);
-    screenshot(QStringLiteral("loop_dialog"));
     QTest::mouseClick(dialog->saveButton(), Qt::LeftButton);
     // The scheme and then its sources: the second call may still be on its way.
     const auto sources = [this] {
@@ -461,17 +445,6 @@ void PageActionsTest::usbFilePlayedInTheSelectedWindow()
     QCOMPARE(dialog->chosenPath(), QStringLiteral("/clip.mp4"));
     QTest::mouseClick(dialog->playButton(), Qt::LeftButton);
     QTRY_COMPARE_WITH_TIMEOUT(sourceOf(decoder_, 3, 1), QStringLiteral("usbfileplay"), scaled(5000));
-
-    // The busy wall, and the menu of the window the loop turns in.
-    screenshot(QStringLiteral("busy_wall"));
-    const QPoint at = centreOf(canvas, 2, 0);
-    QContextMenuEvent event(QContextMenuEvent::Mouse, at, canvas->mapToGlobal(at));
-    QApplication::sendEvent(canvas, &event);
-    QMenu* menu = canvas->findChild<QMenu*>(QStringLiteral("matrixWindowMenu"));
-    QVERIFY(menu);
-    QTRY_VERIFY_WITH_TIMEOUT(menu->isVisible(), scaled(3000));
-    screenshot(QStringLiteral("window_menu"));
-    menu->hide();
 }
 
 void PageActionsTest::hdmiInputAndScreenColour()

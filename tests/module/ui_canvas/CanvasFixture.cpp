@@ -2,7 +2,6 @@
 
 #include "ControlMatrixWt.h"
 
-#include <QDir>
 #include <QtTest>
 
 namespace canvastest {
@@ -64,15 +63,6 @@ void showCanvas(kvms_matrix::ControlMatrixWt& canvas, const QSize& size)
     canvas.resize(size);
     canvas.show();
     QVERIFY(QTest::qWaitForWindowExposed(&canvas));
-}
-
-void saveGrab(kvms_matrix::ControlMatrixWt& canvas, const QString& name)
-{
-    const QString dir = QString::fromLocal8Bit(qgetenv("KVMS_TEST_SAVE_DIR"));
-    if (dir.isEmpty())
-        return;
-    QDir().mkpath(dir);
-    QVERIFY(canvas.grab().save(QDir(dir).filePath(name)));
 }
 
 } // namespace canvastest

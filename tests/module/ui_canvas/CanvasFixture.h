@@ -22,7 +22,5 @@ QList<kvms_matrix::MatrixWindowInfo> cellWall(int rows, int cols, int division =
 
 // A shown canvas of the given size whose layout has run.
 void showCanvas(kvms_matrix::ControlMatrixWt& canvas, const QSize& size);
-// Saves what the canvas shows when KVMS_TEST_SAVE_DIR names a folder, for a person to look at.
-void saveGrab(kvms_matrix::ControlMatrixWt& canvas, const QString& name);
 
 } // namespace canvastest

@@ -30,8 +30,6 @@ private slots:
     void drops_data();
     void drops();
     void bannerDrag();
-    void imagesAreDrawn();
-    void showcase();
 
     // floating windows
     void createFloating();

@@ -112,7 +112,6 @@ void CanvasTests::splicedReplacesCells()
     QCOMPARE(canvas.windowInfoList().size(), 6);
     // Other forms find panels by this text.
     QCOMPARE(ControlMatrixWt::panelKey(1, 4, 1), QStringLiteral("windowid:1~subwindowid:4~windowtype:1"));
-    QCOMPARE(canvas.panel(QStringLiteral("windowid:1~subwindowid:4~windowtype:1")), panelOf(canvas, 1, 4, 1));
     QVERIFY(canvas.panel(QStringLiteral("windowid:1~subwindowid:4~windowtype:1")));
     for (int covered : { 2, 4, 5 }) {
         QVERIFY(!canvas.windowInfo(covered, 0, nullptr));
@@ -243,97 +242,4 @@ void CanvasTests::bannerDrag()
 
     QTest::mouseDClick(banner, Qt::LeftButton, {}, QPoint(10, 10));
     QCOMPARE(config.count(), 1);
-}
-
-void CanvasTests::imagesAreDrawn()
-{
-    QStringList names { QStringLiteral(":/menu/images/menu/playback_n.png") };
-    for (const char* name : { "exit_replay", "wnd_clean_n", "maximize_n", "maximize_quti_n", "1_n", "4_n", "6_n", "8_n",
-             "9_n", "16_n", "25_n", "split_n", "tp_n", "photo_n", "ico_open_voice_n", "ico_close_voice_n", "hd_n",
-             "sd_n", "scene_n", "matrix_tuining" })
-        names.append(QStringLiteral(":/matrix_images/images/%1.png").arg(QLatin1String(name)));
-    for (const QString& name : names) {
-        const QImage image(name);
-        QVERIFY2(!image.isNull(), qPrintable(name));
-        const QImage argb = image.convertToFormat(QImage::Format_ARGB32);
-        int opaque = 0;
-        for (int y = 0; y < argb.height(); ++y) {
-            for (int x = 0; x < argb.width(); ++x)
-                opaque += qAlpha(argb.pixel(x, y)) > 128 ? 1 : 0;
-        }
-        // A drawing, not a blank or a filled square.
-        QVERIFY2(opaque > 8 && opaque < argb.width() * argb.height() * 9 / 10, qPrintable(name));
-    }
-}
-
-namespace {
-
-void bindSource(MatrixWindowInfo& window, int index, int type, const QString& name)
-{
-    MatrixSubWindowInfo& sub = window.subWindows[index];
-    sub.device.deviceType = type;
-    sub.device.deviceName = name;
-    sub.device.displayName = name;
-    sub.sourceState = type == 1 ? 1 : type == 2 ? 2 : 0;
-}
-
-} // namespace
-
-// A 3 x 3 wall with every division, a spliced and a floating window and a banner; what it shows
-// is saved for a person to look at when KVMS_TEST_SAVE_DIR is set.
-void CanvasTests::showcase()
-{
-    ControlMatrixWt canvas;
-    canvastest::showCanvas(canvas, QSize(1200, 675));
-    QList<MatrixWindowInfo> windows;
-    MatrixWindowInfo spliced = canvastest::splicedWindow(1, 1, 2, 3, 3, 6);
-    bindSource(spliced, 0, 1, QStringLiteral("Entrance hall PTZ"));
-    bindSource(spliced, 1, 9, QStringLiteral("rtsp://127.0.0.9/live"));
-    windows << spliced;
-    const int divisions[] = { 1, 4, 8, 9, 16, 25, 1 };
-    for (int id = 3; id <= 9; ++id) {
-        MatrixWindowInfo cell = canvastest::cellWindow(id, 3, 3, divisions[id - 3]);
-        bindSource(cell, 0, id == 9 ? 3 : 1,
-            id == 9 ? QStringLiteral("pic_floorplan.jpg") : QStringLiteral("Camera %1").arg(id));
-        if (cell.subWindows.size() > 3) {
-            bindSource(cell, 1, 6, QStringLiteral("HDMI 1"));
-            bindSource(cell, 2, 7, QStringLiteral("USB Video Source 2"));
-            bindSource(cell, 3, 2, QStringLiteral("cap_127.0.0.1"));
-        }
-        windows << cell;
-    }
-    MatrixWindowInfo floating = canvastest::window(10, 12000, 14000, 9000, 9000, 1, 2);
-    bindSource(floating, 0, 1, QStringLiteral("Car park east"));
-    windows << floating;
-    canvas.setWindowInfoList(windows, 3, 3);
-    MatrixBannerInfo banner;
-    banner.message = QStringLiteral("Fire drill at 14:00 - please stay calm");
-    banner.x = 4096;
-    banner.w = 24576;
-    banner.h = 1800;
-    banner.fontPercent = 60;
-    banner.fontColor = Qt::yellow;
-    banner.backColor = QColor(120, 0, 0);
-    canvas.setBannerInfo(banner);
-    QTest::mouseClick(&canvas, Qt::LeftButton, {}, QPoint(100, 300));
-    static_cast<MatrixPanelWt*>(canvas.panel(ControlMatrixWt::panelKey(3, 1, 0)))->setPicture([] {
-        QImage picture(160, 90, QImage::Format_RGB32);
-        picture.fill(QColor("#35506e"));
-        return picture;
-    }());
-
-    QCOMPARE(canvas.windowInfoList().size(), 9);
-    QCOMPARE(canvas.currentWindowId(), 4);
-    canvastest::saveGrab(canvas, QStringLiteral("canvas_showcase.png"));
-    QTest::mousePress(canvas.floatingWt(10), Qt::LeftButton, {}, QPoint(20, 20));
-    canvastest::saveGrab(canvas, QStringLiteral("canvas_floating_selected.png"));
-
-    // The densest wall: 5 x 5 windows of 25 panels each.
-    QList<MatrixWindowInfo> dense = canvastest::cellWall(5, 5, 25);
-    for (MatrixWindowInfo& window : dense)
-        bindSource(window, window.windowId % 25, 1, QStringLiteral("Platform camera %1").arg(window.windowId));
-    canvas.setWindowInfoList(dense, 5, 5);
-    canvas.setBannerInfo(MatrixBannerInfo());
-    QVERIFY(!canvas.floatingWt(10));
-    canvastest::saveGrab(canvas, QStringLiteral("canvas_dense.png"));
 }

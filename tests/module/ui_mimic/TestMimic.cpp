@@ -27,10 +27,10 @@ const QString kCameraIp = QStringLiteral("127.0.0.58");
 // Mean absolute difference of two pictures brought to 32 x 18, per channel (0..255).
 double difference(const QImage& a, const QImage& b)
 {
-    const QImage x
-        = a.scaled(32, 18, Qt::IgnoreAspectRatio, Qt::SmoothTransformation).convertToFormat(QImage::Format_RGB32);
-    const QImage y
-        = b.scaled(32, 18, Qt::IgnoreAspectRatio, Qt::SmoothTransformation).convertToFormat(QImage::Format_RGB32);
+    const auto small = [](const QImage& i) {
+        return i.scaled(32, 18, Qt::IgnoreAspectRatio, Qt::SmoothTransformation).convertToFormat(QImage::Format_RGB32);
+    };
+    const QImage x = small(a), y = small(b);
     double sum = 0;
     for (int row = 0; row < 18; ++row) {
         for (int col = 0; col < 32; ++col) {
@@ -86,10 +86,8 @@ private slots:
         worker()->setWindowSignalSource(h, window, 1, false);
         QVERIFY(bound.wait(scaled(10000)));
         QCOMPARE(bound.at(0).at(0).toInt(), 0);
-        window.x = 0;
-        window.y = 0;
-        window.w = 32768;
-        window.h = 32768;
+        window.x = window.y = 0;
+        window.w = window.h = 32768;
 
         ControlMatrixWt canvas;
         canvas.resize(960, 540);
@@ -102,27 +100,16 @@ private slots:
         canvas.show();
         QVERIFY(mimic.isRunning());
         auto* panel = qobject_cast<MatrixPanelWt*>(canvas.panel(ControlMatrixWt::panelKey(1, 2, 0)));
-        QVERIFY(panel);
         auto* empty = qobject_cast<MatrixPanelWt*>(canvas.panel(ControlMatrixWt::panelKey(1, 3, 0)));
-        QVERIFY(empty);
+        QVERIFY(panel && empty);
 
         // Once the camera plays, the panel's picture is the decoder's own in that region.
         const MonitorClient monitor(decoder->address(), decoder->httpPort());
-        QTRY_VERIFY_WITH_TIMEOUT(monitor.state()
-                                     .value("windows")
-                                     .toArray()
-                                     .at(0)
-                                     .toObject()
-                                     .value("subWindows")
-                                     .toArray()
-                                     .at(1)
-                                     .toObject()
-                                     .value("video")
-                                     .toObject()
-                                     .value("state")
-                                     .toString()
-                == QLatin1String("playing"),
-            scaled(15000));
+        const auto videoState = [&monitor] {
+            const QJsonObject w = monitor.state().value("windows").toArray().at(0).toObject();
+            return w["subWindows"].toArray().at(1).toObject()["video"].toObject()["state"].toString();
+        };
+        QTRY_COMPARE_WITH_TIMEOUT(videoState(), QStringLiteral("playing"), scaled(15000));
         // Above the panel's caption strip.
         const auto upper = [](const QRect& r) { return QRect(r.x(), r.y(), r.width(), r.height() * 3 / 4); };
         const QRect region = upper(QRect(panel->mapTo(&canvas, QPoint(0, 0)), panel->size()));

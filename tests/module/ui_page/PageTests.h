@@ -27,8 +27,8 @@ private slots:
     void connectFailuresShowOnThePage_data();
     void connectFailuresShowOnThePage();
     void successfulConnectReadsTheWallInOrder();
-    void lostLinkShowsInTheStrip();
-    void refusedLoginIsNotRetried();
+    void linkShowsInTheStrip_data();
+    void linkShowsInTheStrip();
     void wallActionsNeedAConnection();
     void reconnectBacksOff_data();
     void reconnectBacksOff();

@@ -218,28 +218,33 @@ void PageTest::successfulConnectReadsTheWallInOrder()
     QTRY_COMPARE_WITH_TIMEOUT(page->tipText(), QString(), scaled(5000));
 }
 
-void PageTest::lostLinkShowsInTheStrip()
+void PageTest::linkShowsInTheStrip_data()
 {
-    MainMatrixForm form;
-    settledWallPage(form);
-    MatrixForm* page = form.tvWallPage();
-    page->slotConnectMatrixResult(handleFor(kIp), 0, 0, page);
-    QCOMPARE(page->statusStrip()->text(kIp), QStringLiteral("127.0.0.9: connected"));
-    page->slotDisconnectStatus(nullptr, kIp);
-    QCOMPARE(page->statusStrip()->text(kIp), QStringLiteral("127.0.0.9: connection lost"));
-    QCOMPARE(page->state().link(kIp), MatrixPageState::Link::Lost);
-    QVERIFY(!page->state().currentHandle());
-    page->stopReconnecting();
+    QTest::addColumn<int>("code"); // of the login's answer; 0: connected, then lost
+    QTest::addColumn<int>("link");
+    QTest::addColumn<QString>("strip");
+    QTest::newRow("lost") << 0 << int(MatrixPageState::Link::Lost) << "127.0.0.9: connection lost";
+    QTest::newRow("refused login, not retried")
+        << int(CMATRIX_ERR_PASSWORD) << int(MatrixPageState::Link::Failed) << "127.0.0.9: login failed";
 }
 
-void PageTest::refusedLoginIsNotRetried()
+void PageTest::linkShowsInTheStrip()
 {
+    QFETCH(int, code);
+    QFETCH(int, link);
+    QFETCH(QString, strip);
     MainMatrixForm form;
     settledWallPage(form);
     MatrixForm* page = form.tvWallPage();
-    page->slotConnectMatrixResult(handleFor(kIp), CMATRIX_ERR_PASSWORD, 0, page);
-    QCOMPARE(page->state().link(kIp), MatrixPageState::Link::Failed);
-    QCOMPARE(page->statusStrip()->text(kIp), QStringLiteral("127.0.0.9: login failed"));
+    page->slotConnectMatrixResult(handleFor(kIp), code, 0, page);
+    if (code == 0) {
+        QCOMPARE(page->statusStrip()->text(kIp), QStringLiteral("127.0.0.9: connected"));
+        page->slotDisconnectStatus(nullptr, kIp);
+        QVERIFY(!page->state().currentHandle());
+    }
+    QCOMPARE(page->statusStrip()->text(kIp), strip);
+    QCOMPARE(int(page->state().link(kIp)), link);
+    page->stopReconnecting();
 }
 
 void PageTest::wallActionsNeedAConnection()
