@@ -1,5 +1,6 @@
 #include "DecoderFixture.h"
 
+#include "LoopbackPool.h"
 #include "TestTimeout.h"
 
 #include <QtDebug>
@@ -16,6 +17,12 @@ vdec::VirtualDecoder* DecoderFixture::startDecoder(int n, const Tweak& tweak)
     auto dir = std::make_unique<QTemporaryDir>();
     if (!dir->isValid()) {
         qWarning() << "no temporary directory:" << dir->errorString();
+        return nullptr;
+    }
+    if (n == 0)
+        n = LoopbackPool::claimHost();
+    if (n == 0) {
+        qWarning() << "no free loopback address";
         return nullptr;
     }
     vdec::DecoderConfig config;

@@ -26,8 +26,9 @@ public:
 
     static QString loopback(int n) { return QStringLiteral("127.0.0.%1").arg(n); }
 
-    // A running decoder on 127.0.0.n, or nullptr (with a warning) if it would not start.
-    vdec::VirtualDecoder* startDecoder(int n = 1, const Tweak& tweak = {});
+    // A running decoder on 127.0.0.n, or with n = 0 on an address claimed from LoopbackPool;
+    // nullptr (with a warning) if it would not start.
+    vdec::VirtualDecoder* startDecoder(int n = 0, const Tweak& tweak = {});
     // A connected client, logged in as admin unless login is false; nullptr on failure.
     TestClient* connectTo(vdec::VirtualDecoder* decoder, bool login = true);
     void cleanup();
