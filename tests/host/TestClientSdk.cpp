@@ -1,5 +1,4 @@
-#include "HostTests.h"
-
+#include "SuiteMain.h"
 #include "vms_sdk.h"
 
 #include <QRegularExpression>
@@ -115,9 +114,6 @@ private:
     QTemporaryDir dir_;
 };
 
-QObject* createClientSdkTests()
-{
-    return new TestClientSdk;
-}
+KVMS_TEST_CLASS(TestClientSdk)
 
 #include "TestClientSdk.moc"

@@ -1,8 +1,7 @@
-#include "HostTests.h"
-
 #include "KSingleton.h"
 #include "KThread.h"
 #include "SingletonProbe.h"
+#include "SuiteMain.h"
 
 #include <QtTest>
 
@@ -78,9 +77,6 @@ private slots:
     }
 };
 
-QObject* createCommonTests()
-{
-    return new TestCommon;
-}
+KVMS_TEST_CLASS(TestCommon)
 
 #include "TestCommon.moc"

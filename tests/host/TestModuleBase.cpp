@@ -1,6 +1,5 @@
-#include "HostTests.h"
-
 #include "ModuleInitialization.h"
+#include "SuiteMain.h"
 
 #include <QApplication>
 #include <QtTest>
@@ -42,9 +41,6 @@ private slots:
     }
 };
 
-QObject* createModuleBaseTests()
-{
-    return new TestModuleBase;
-}
+KVMS_TEST_CLASS(TestModuleBase)
 
 #include "TestModuleBase.moc"

@@ -1,5 +1,4 @@
-#include "HostTests.h"
-
+#include "SuiteMain.h"
 #include "SysPaths.h"
 #include "SystemAssistant.h"
 
@@ -107,9 +106,6 @@ private:
     }
 };
 
-QObject* createWorkerTests()
-{
-    return new TestWorker;
-}
+KVMS_TEST_CLASS(TestWorker)
 
 #include "TestWorker.moc"
