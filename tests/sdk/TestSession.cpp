@@ -2,7 +2,7 @@
 
 #include "FakeDecoder.h"
 #include "SdkClient.h"
-#include "SdkTests.h"
+#include "SuiteMain.h"
 
 #include <QElapsedTimer>
 #include <QtTest>
@@ -171,9 +171,6 @@ private slots:
     }
 };
 
-QObject* createSessionTests()
-{
-    return new TestSession;
-}
+KVMS_TEST_CLASS(TestSession)
 
 #include "TestSession.moc"

@@ -1,11 +1,11 @@
-// Discovery and set-up over UDP, through the real SDK, against in-process decoders on
-// 127.0.0.100 and up.
+// Discovery and set-up over UDP, through the real SDK, against in-process decoders.
 
 #include "DecoderFixture.h"
+#include "LoopbackPool.h"
 #include "RawUdp.h"
 #include "SdkSession.h"
 #include "SearchCollector.h"
-#include "TestMain.h"
+#include "SuiteMain.h"
 #include "TestTimeout.h"
 #include "WireBuilders.h"
 
@@ -67,10 +67,12 @@ class TestDiscovery : public QObject {
 
     kvmstest::DecoderFixture fixture_;
 
-    vdec::VirtualDecoder* start(int n, const kvmstest::DecoderFixture::Tweak& tweak = {})
+    vdec::VirtualDecoder* start(const kvmstest::DecoderFixture::Tweak& tweak = {})
     {
-        return fixture_.startDecoder(n, tweak);
+        return fixture_.startDecoder(0, tweak);
     }
+    static QByteArray id(const vdec::VirtualDecoder* d) { return d->config().deviceId.toLatin1(); }
+    static QByteArray ip(const vdec::VirtualDecoder* d) { return d->address().toLatin1(); }
 
     // One round against the current targets, waited for.
     static bool search(SearchCollector& collector, int waitCentis = kRoundCentis)
@@ -89,8 +91,8 @@ private slots:
 
     void findsTheDecodersOnTheTargets()
     {
-        vdec::VirtualDecoder* a = start(100);
-        vdec::VirtualDecoder* b = start(101, [](vdec::DecoderConfig& c) {
+        vdec::VirtualDecoder* a = start();
+        vdec::VirtualDecoder* b = start([](vdec::DecoderConfig& c) {
             c.model = QStringLiteral("VD-3200");
             c.firmwareVersion = QStringLiteral("V1.2.0 build 240601");
         });
@@ -104,8 +106,8 @@ private slots:
         QCOMPARE(collector.oddCalls(), 0);
 
         // Every probe is answered: three answers per decoder, all passed on.
-        const std::vector<DeviceInfo_t> fromA = collector.answersFrom("VD00000100");
-        const std::vector<DeviceInfo_t> fromB = collector.answersFrom("VD00000101");
+        const std::vector<DeviceInfo_t> fromA = collector.answersFrom(id(a));
+        const std::vector<DeviceInfo_t> fromB = collector.answersFrom(id(b));
         QCOMPARE(int(fromA.size()), 3);
         QCOMPARE(int(fromB.size()), 3);
         QCOMPARE(int(collector.answers().size()), 6);
@@ -113,7 +115,7 @@ private slots:
 
         const DeviceInfo_t& da = fromA.front();
         QCOMPARE(da.devType, 9);
-        QCOMPARE(QByteArray(da.ip), QByteArray("127.0.0.100"));
+        QCOMPARE(QByteArray(da.ip), ip(a));
         QCOMPARE(da.port, int(a->port()));
         QCOMPARE(QByteArray(da.name), a->config().firmwareVersion.toLatin1());
         QCOMPARE(int(da.flag), 1);
@@ -121,7 +123,7 @@ private slots:
         QCOMPARE(da.modelClass, 2); // VD-1600: a small unit
         QCOMPARE(fromB.front().modelClass, 4); // VD-3200: a large one
         QCOMPARE(QByteArray(fromB.front().name), QByteArray("V1.2.0 build 240601"));
-        QCOMPARE(QByteArray(fromB.front().ip), QByteArray("127.0.0.101"));
+        QCOMPARE(QByteArray(fromB.front().ip), ip(b));
     }
 
     void roundsEndEvenWithoutAnswers_data()
@@ -129,7 +131,7 @@ private slots:
         QTest::addColumn<QByteArray>("targets");
         // A loopback port nobody listens on (the SDK's own default is not used: another
         // process on this machine might listen there).
-        QTest::newRow("nobody at the target") << QByteArray("127.0.0.102:9");
+        QTest::newRow("nobody at the target") << (kvmstest::LoopbackPool::claim() + ":9").toLatin1();
         QTest::newRow("the default from a bad environment") << QByteArray();
     }
 
@@ -171,8 +173,8 @@ private slots:
         const int rc = withCallback ? collector.start(waitCentis, probes)
                                     : Discovery_Start(waitCentis, probes, nullptr, nullptr);
         QCOMPARE(rc, CMATRIX_ERR_INVALID_PARAM);
-        QTest::qWait(50);
-        QCOMPARE(collector.finished(), 0);
+        QVERIFY(search(collector)); // a round after it ends once: the refused one never ran
+        QCOMPARE(collector.finished(), 1);
     }
 
     void targets_data()
@@ -192,7 +194,7 @@ private slots:
     {
         QFETCH(QByteArray, targets);
         QFETCH(int, result);
-        vdec::VirtualDecoder* d = start(104);
+        vdec::VirtualDecoder* d = start();
         QVERIFY(d);
         QCOMPARE(Discovery_SetTargets(targetOf(d)), CMATRIX_OK);
         QCOMPARE(Discovery_SetTargets(targets.constData()), result);
@@ -201,19 +203,19 @@ private slots:
         // A refused list leaves the previous one in place.
         SearchCollector collector;
         QVERIFY(search(collector));
-        QVERIFY(!collector.answersFrom("VD00000104").empty());
+        QVERIFY(!collector.answersFrom(id(d)).empty());
     }
 
     void networkChangeIsReportedNotUsed()
     {
-        vdec::VirtualDecoder* d = start(105);
+        vdec::VirtualDecoder* d = start();
         QVERIFY(d);
         QCOMPARE(Discovery_SetTargets(targetOf(d)), CMATRIX_OK);
 
         DeviceNetworkCfg_t cfg {};
-        QCOMPARE(Discovery_GetNetworkBC("VD00000105", &cfg, scaled(1000)), CMATRIX_OK);
-        QCOMPARE(QByteArray(cfg.devId), QByteArray("VD00000105"));
-        QCOMPARE(QByteArray(cfg.ipv4), QByteArray("127.0.0.105"));
+        QCOMPARE(Discovery_GetNetworkBC(id(d), &cfg, scaled(1000)), CMATRIX_OK);
+        QCOMPARE(QByteArray(cfg.devId), id(d));
+        QCOMPARE(QByteArray(cfg.ipv4), ip(d));
         QCOMPARE(QByteArray(cfg.mask), QByteArray("255.0.0.0"));
         QCOMPARE(QByteArray(cfg.gateway), QByteArray("127.0.0.1"));
         QCOMPARE(QByteArray(cfg.model), QByteArray("VD-1600"));
@@ -222,13 +224,13 @@ private slots:
         QCOMPARE(QByteArray(cfg.mac).size(), 17);
 
         const DeviceNetworkCfg_t next = networkOf("192.168.1.30");
-        QCOMPARE(Discovery_SetupNetworkBC(&next, "VD00000105", "admin", "admin123", scaled(2000)), CMATRIX_OK);
+        QCOMPARE(Discovery_SetupNetworkBC(&next, id(d), "admin", "admin123", scaled(2000)), CMATRIX_OK);
         SearchCollector collector;
         QVERIFY(search(collector));
-        const std::vector<DeviceInfo_t> found = collector.answersFrom("VD00000105");
+        const std::vector<DeviceInfo_t> found = collector.answersFrom(id(d));
         QVERIFY(!found.empty());
         QCOMPARE(QByteArray(found.front().ip), QByteArray("192.168.1.30"));
-        QCOMPARE(Discovery_GetNetworkBC("VD00000105", &cfg, scaled(1000)), CMATRIX_OK);
+        QCOMPARE(Discovery_GetNetworkBC(id(d), &cfg, scaled(1000)), CMATRIX_OK);
         QCOMPARE(QByteArray(cfg.ipv4), QByteArray("192.168.1.30"));
         QCOMPARE(QByteArray(cfg.mask), QByteArray("255.255.255.0"));
         QCOMPARE(QByteArray(d->snapshot().network.ipv4), QByteArray("192.168.1.30"));
@@ -256,39 +258,37 @@ private slots:
     void setupNetworkRefusals()
     {
         QFETCH(CfgEdit, edit);
-        vdec::VirtualDecoder* d = start(106);
+        vdec::VirtualDecoder* d = start();
         QVERIFY(d);
         QCOMPARE(Discovery_SetTargets(targetOf(d)), CMATRIX_OK);
         DeviceNetworkCfg_t cfg = networkOf("192.168.1.40");
         setText(cfg.ipv6, "fe80::1");
         edit(cfg);
-        QCOMPARE(
-            Discovery_SetupNetworkBC(&cfg, "VD00000106", "admin", "admin123", scaled(2000)), CMATRIX_ERR_INVALID_PARAM);
-        QCOMPARE(QByteArray(d->snapshot().network.ipv4), QByteArray("127.0.0.106"));
+        QCOMPARE(Discovery_SetupNetworkBC(&cfg, id(d), "admin", "admin123", scaled(2000)), CMATRIX_ERR_INVALID_PARAM);
+        QCOMPARE(QByteArray(d->snapshot().network.ipv4), ip(d));
     }
 
     void setupCountsTowardsTheLockOut()
     {
-        vdec::VirtualDecoder* d = start(107, [](vdec::DecoderConfig& c) { c.maxFailedLogins = 2; });
+        vdec::VirtualDecoder* d = start([](vdec::DecoderConfig& c) { c.maxFailedLogins = 2; });
         QVERIFY(d);
         QCOMPARE(Discovery_SetTargets(targetOf(d)), CMATRIX_OK);
         const DeviceNetworkCfg_t cfg = networkOf("192.168.1.41");
-        QCOMPARE(Discovery_SetupNetworkBC(&cfg, "VD00000107", "admin", "wrong1", scaled(2000)), CMATRIX_ERR_AUTH);
-        QCOMPARE(Discovery_SetupNetworkBC(&cfg, "VD00000107", "admin", "wrong2", scaled(2000)), CMATRIX_ERR_AUTH);
-        QCOMPARE(
-            Discovery_SetupNetworkBC(&cfg, "VD00000107", "admin", "admin123", scaled(2000)), CMATRIX_ERR_USER_LOCKED);
+        QCOMPARE(Discovery_SetupNetworkBC(&cfg, id(d), "admin", "wrong1", scaled(2000)), CMATRIX_ERR_AUTH);
+        QCOMPARE(Discovery_SetupNetworkBC(&cfg, id(d), "admin", "wrong2", scaled(2000)), CMATRIX_ERR_AUTH);
+        QCOMPARE(Discovery_SetupNetworkBC(&cfg, id(d), "admin", "admin123", scaled(2000)), CMATRIX_ERR_USER_LOCKED);
         QCOMPARE(SdkSession().connect(d), CMATRIX_ERR_USER_LOCKED);
-        QCOMPARE(QByteArray(d->snapshot().network.ipv4), QByteArray("127.0.0.107"));
+        QCOMPARE(QByteArray(d->snapshot().network.ipv4), ip(d));
     }
 
     void factoryNewUnitIsActivated()
     {
-        vdec::VirtualDecoder* d = start(109, [](vdec::DecoderConfig& c) { c.factoryNew = true; });
+        vdec::VirtualDecoder* d = start([](vdec::DecoderConfig& c) { c.factoryNew = true; });
         QVERIFY(d);
         QCOMPARE(Discovery_SetTargets(targetOf(d)), CMATRIX_OK);
         SearchCollector before;
         QVERIFY(search(before));
-        QCOMPARE(int(before.answersFrom("VD00000109").at(0).flag), 0);
+        QCOMPARE(int(before.answersFrom(id(d)).at(0).flag), 0);
 
         SdkSession sdk;
         QCOMPARE(sdk.connect(d), CMATRIX_ERR_NOT_ACTIVATED);
@@ -296,11 +296,10 @@ private slots:
         QCOMPARE(CMatrix_GetLoginErrMsg(sdk, text, sizeof text), CMATRIX_OK);
         QCOMPARE(QJsonDocument::fromJson(text).object().value("ERRCODE").toString(), QString("DEVNOACTIVE"));
         const DeviceNetworkCfg_t cfg = networkOf("192.168.1.42");
-        QCOMPARE(
-            Discovery_SetupNetworkBC(&cfg, "VD00000109", "admin", "admin123", scaled(2000)), CMATRIX_ERR_NOT_ACTIVATED);
+        QCOMPARE(Discovery_SetupNetworkBC(&cfg, id(d), "admin", "admin123", scaled(2000)), CMATRIX_ERR_NOT_ACTIVATED);
 
         // Named by its address only, as an operator picks it from a search.
-        const DeviceInfo_t device = addressed("", "127.0.0.109", "", "Strong2024");
+        const DeviceInfo_t device = addressed("", ip(d), "", "Strong2024");
         QCOMPARE(Discovery_ActivateDevice(&device, scaled(2000)), CMATRIX_OK);
         QVERIFY(d->snapshot().activated);
 
@@ -308,45 +307,46 @@ private slots:
         QCOMPARE(sdk.connect(d, "Strong2024"), CMATRIX_OK);
         SearchCollector after;
         QVERIFY(search(after));
-        QCOMPARE(int(after.answersFrom("VD00000109").at(0).flag), 1);
+        QCOMPARE(int(after.answersFrom(id(d)).at(0).flag), 1);
         QVERIFY(d->restart());
         QVERIFY(d->snapshot().activated); // kept
     }
 
     void screenIdentification_data()
     {
-        QTest::addColumn<QByteArray>("ip");
+        QTest::addColumn<bool>("elsewhere"); // sent to an address where no decoder is
         QTest::addColumn<QByteArray>("password");
         QTest::addColumn<int>("seconds");
         QTest::addColumn<int>("result");
         QTest::addColumn<bool>("shown");
-        const auto row = [](const char* name, int seconds, int result, bool shown, const char* ip = "127.0.0.110",
+        const auto row = [](const char* name, int seconds, int result, bool shown, bool elsewhere = false,
                              const char* password = "admin123") {
-            QTest::newRow(name) << QByteArray(ip) << QByteArray(password) << seconds << result << shown;
+            QTest::newRow(name) << elsewhere << QByteArray(password) << seconds << result << shown;
         };
         row("shown for a minute", 60, CMATRIX_OK, true);
         row("hidden", 0, CMATRIX_OK, false);
-        row("wrong password", 60, CMATRIX_ERR_AUTH, false, "127.0.0.110", "nope");
+        row("wrong password", 60, CMATRIX_ERR_AUTH, false, false, "nope");
         row("over an hour", 3601, CMATRIX_ERR_INVALID_PARAM, false);
-        row("another address", 60, CMATRIX_ERR_DEVICE_NOT_FOUND, false, "127.0.0.98");
+        row("another address", 60, CMATRIX_ERR_DEVICE_NOT_FOUND, false, true);
     }
 
     void screenIdentification()
     {
-        QFETCH(QByteArray, ip);
+        QFETCH(bool, elsewhere);
         QFETCH(QByteArray, password);
         QFETCH(int, seconds);
         QFETCH(int, result);
         QFETCH(bool, shown);
-        vdec::VirtualDecoder* d = start(110);
+        vdec::VirtualDecoder* d = start();
         QVERIFY(d);
         QCOMPARE(Discovery_SetTargets(targetOf(d)), CMATRIX_OK);
         if (!shown) { // start from shown, to see a refusal change nothing and a hide take effect
-            const DeviceInfo_t on = addressed("", "127.0.0.110", "admin", "admin123");
+            const DeviceInfo_t on = addressed("", ip(d), "admin", "admin123");
             QCOMPARE(Discovery_DisplayScreen(&on, 2, 60), CMATRIX_OK);
             QVERIFY(d->snapshot().identifyOn);
         }
-        const DeviceInfo_t device = addressed("", ip, "admin", password);
+        const QByteArray to = elsewhere ? kvmstest::LoopbackPool::claim().toLatin1() : ip(d);
+        const DeviceInfo_t device = addressed("", to, "admin", password);
         QCOMPARE(Discovery_DisplayScreen(&device, 3, seconds), result);
         const vdec::DecoderSnapshot s = d->snapshot();
         QCOMPARE(s.identifyOn, shown || result != CMATRIX_OK);
@@ -383,7 +383,7 @@ private slots:
     void badDatagramsAreDropped()
     {
         QFETCH(QByteArray, datagram);
-        vdec::VirtualDecoder* d = start(111);
+        vdec::VirtualDecoder* d = start();
         QVERIFY(d);
         RawUdp socket;
         QVERIFY(socket.isValid());
@@ -399,7 +399,7 @@ private slots:
         QCOMPARE(answer.header.requestId, 42u);
         DiscoveryAnswer body;
         QVERIFY(answer.decode(body));
-        QCOMPARE(QByteArray(body.device.devId), QByteArray("VD00000111"));
+        QCOMPARE(QByteArray(body.device.devId), id(d));
         QCOMPARE(from.port, d->udpPort());
         RawUdp::Bytes more;
         QVERIFY(!socket.receive(more, from, 100));
@@ -409,9 +409,10 @@ private slots:
     void sdkDropsBadAnswers()
     {
         // A fake decoder answers the SDK's probe with bad datagrams, then one good answer.
-        RawUdp fake(QStringLiteral("127.0.0.112"));
+        const QString address = kvmstest::LoopbackPool::claim();
+        RawUdp fake(address);
         QVERIFY(fake.isValid());
-        QCOMPARE(Discovery_SetTargets(QByteArray("127.0.0.112:") + QByteArray::number(fake.port())), CMATRIX_OK);
+        QCOMPARE(Discovery_SetTargets(address.toLatin1() + ':' + QByteArray::number(fake.port())), CMATRIX_OK);
         SearchCollector collector;
         QCOMPARE(collector.start(100, 1), CMATRIX_OK);
         Message probe;
@@ -421,12 +422,12 @@ private slots:
 
         const uint16_t type = responseOf(MessageType::DiscoveryProbe);
         const uint32_t id = probe.header.requestId;
-        auto answer = [](const char* devId) {
-            DeviceInfo_t d {};
-            d.devType = 9;
-            setText(d.devId, devId);
-            setText(d.ip, "127.0.0.112");
-            return RawUdp::body(DiscoveryAnswer { d });
+        DeviceInfo_t device {};
+        device.devType = 9;
+        setText(device.ip, address.toLatin1());
+        auto answer = [device](const char* devId) mutable {
+            setText(device.devId, devId);
+            return RawUdp::body(DiscoveryAnswer { device });
         };
         RawUdp::Bytes unterminated = answer("x");
         std::memset(unterminated.data() + 4, 'x', 32); // devId fills its field
@@ -448,5 +449,5 @@ private slots:
     }
 };
 
-KVMS_TEST_MAIN(TestDiscovery)
+KVMS_TEST_CLASS(TestDiscovery)
 #include "TestDiscovery.moc"
