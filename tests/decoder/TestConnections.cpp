@@ -1,8 +1,8 @@
-#include "DecoderTests.h"
+#include "DecoderFixture.h"
+#include "SuiteMain.h"
 #include "TestTimeout.h"
 #include "WireRecords.h"
 
-#include <QElapsedTimer>
 #include <QtTest>
 
 #include <atomic>
@@ -31,101 +31,146 @@ TestClient::Bytes header(uint32_t magic, uint16_t version, uint32_t length)
 
 } // namespace
 
-void DecoderTests::clientsShareOneWall()
-{
-    vdec::VirtualDecoder* d = fixture_.startDecoder(14);
-    QVERIFY(d);
-    // Clients on their own threads at once: every change lands, none is lost, and each
-    // sees the windows the others added.
-    constexpr int kClients = 4, kWindowsEach = 10;
-    std::atomic<int> failures { 0 };
-    std::vector<std::thread> threads;
-    for (int t = 0; t < kClients; ++t) {
-        threads.emplace_back([&, t] {
-            TestClient client;
-            if (!client.connectTo(d->address(), d->port()) || client.login("admin", "admin123") != CMATRIX_OK) {
-                ++failures;
-                return;
-            }
-            for (int i = 0; i < kWindowsEach; ++i) {
-                const uint32_t id = uint32_t(100 + t * kWindowsEach + i);
-                WindowList list;
-                if (client.call(MessageType::WindowAdd, WindowAddRequest { { window(id, 0, 0, 10, 10) }, false })
-                        != CMATRIX_OK
-                    || client.call(MessageType::WindowGet, Empty {}, &list) != CMATRIX_OK
-                    || list.windows.size() < size_t(i + 1))
+class TestConnections : public QObject {
+    Q_OBJECT
+
+    kvmstest::DecoderFixture fixture_;
+
+private slots:
+    void cleanup() { fixture_.cleanup(); }
+
+    void clientsShareOneWall()
+    {
+        vdec::VirtualDecoder* d = fixture_.startDecoder();
+        QVERIFY(d);
+        // Clients on their own threads at once: every change lands, none is lost, and each
+        // sees the windows the others added.
+        constexpr int kClients = 4, kWindowsEach = 10;
+        std::atomic<int> failures { 0 };
+        std::vector<std::thread> threads;
+        for (int t = 0; t < kClients; ++t) {
+            threads.emplace_back([&, t] {
+                TestClient client;
+                if (!client.connectTo(d->address(), d->port()) || client.login("admin", "admin123") != CMATRIX_OK) {
                     ++failures;
-            }
+                    return;
+                }
+                for (int i = 0; i < kWindowsEach; ++i) {
+                    const uint32_t id = uint32_t(100 + t * kWindowsEach + i);
+                    WindowList list;
+                    if (client.call(MessageType::WindowAdd, WindowAddRequest { { window(id, 0, 0, 10, 10) }, false })
+                            != CMATRIX_OK
+                        || client.call(MessageType::WindowGet, Empty {}, &list) != CMATRIX_OK
+                        || list.windows.size() < size_t(i + 1))
+                        ++failures;
+                }
+            });
+        }
+        for (std::thread& t : threads)
+            t.join();
+        QCOMPARE(failures.load(), 0);
+        QCOMPARE(d->snapshot().windows.size(), size_t(kClients * kWindowsEach));
+        QCOMPARE(d->journal().count(MessageType::WindowAdd), kClients * kWindowsEach);
+    }
+
+    void brokenStreams_data()
+    {
+        QTest::addColumn<TestClient::Bytes>("bytes");
+        QTest::addColumn<bool>("closedByDecoder");
+
+        QTest::newRow("bad magic") << header(0x4B4D5459, 1, 0) << true;
+        QTest::newRow("bad version") << header(WireHeader::kMagic, 2, 0) << true;
+        QTest::newRow("length over the limit") << header(WireHeader::kMagic, 1, WireHeader::kMaxPayload + 1) << true;
+        // Incomplete messages are waited for; the client then goes away.
+        TestClient::Bytes half = header(WireHeader::kMagic, 1, 0);
+        half.resize(10);
+        QTest::newRow("half a header") << half << false;
+        TestClient::Bytes truncated = header(WireHeader::kMagic, 1, 100);
+        truncated.resize(truncated.size() + 10, 0);
+        QTest::newRow("truncated payload") << truncated << false;
+    }
+
+    void brokenStreams()
+    {
+        QFETCH(TestClient::Bytes, bytes);
+        QFETCH(bool, closedByDecoder);
+
+        vdec::VirtualDecoder* d = fixture_.startDecoder();
+        TestClient* c = fixture_.connectTo(d);
+        QVERIFY(c);
+        QVERIFY(c->sendBytes(bytes));
+        if (closedByDecoder) {
+            QVERIFY(c->waitClosed(kvmstest::scaled(2000)));
+        } else {
+            Message m;
+            QCOMPARE(c->receive(m, 300), TestClient::Wait::Timeout);
+            c->close();
+        }
+        QTRY_COMPARE_WITH_TIMEOUT(d->connectionCount(), 0, kvmstest::scaled(2000));
+        TestClient* next = fixture_.connectTo(d);
+        QVERIFY(next);
+        QCOMPARE(next->call(MessageType::GetMatrix, Empty {}), CMATRIX_OK);
+    }
+
+    void heartbeatTimeoutClosesSilentClient()
+    {
+        vdec::VirtualDecoder* d = fixture_.startDecoder(0, [](vdec::DecoderConfig& c) {
+            c.heartbeatIntervalMs = 100;
+            c.heartbeatTimeoutMs = 600;
         });
+        TestClient* silent = fixture_.connectTo(d);
+        TestClient* talker = fixture_.connectTo(d);
+        QVERIFY(silent && talker);
+        // The talker sends heartbeats only: the decoder keeps it, and sends its own, while it
+        // closes the silent one.
+        for (int i = 0; i < kvmstest::scaled(40) && !silent->waitClosed(0); ++i) {
+            QVERIFY(talker->sendHeartbeat());
+            Message m;
+            QCOMPARE(talker->receive(m, 100), TestClient::Wait::Timeout);
+        }
+        QVERIFY(talker->heartbeatsReceived() >= 5);
+        QCOMPARE(talker->call(MessageType::GetMatrix, Empty {}), CMATRIX_OK);
+
+        QVERIFY(silent->waitClosed(kvmstest::scaled(2000)));
+        QVERIFY(silent->heartbeatsReceived() >= 2);
+        QCOMPARE(d->connectionCount(), 1);
     }
-    for (std::thread& t : threads)
-        t.join();
-    QCOMPARE(failures.load(), 0);
-    QCOMPARE(d->snapshot().windows.size(), size_t(kClients * kWindowsEach));
-    QCOMPARE(d->journal().count(MessageType::WindowAdd), kClients * kWindowsEach);
-}
 
-void DecoderTests::brokenStreams_data()
-{
-    QTest::addColumn<TestClient::Bytes>("bytes");
-    QTest::addColumn<bool>("closedByDecoder");
+    void lateAnswersAndDrops()
+    {
+        vdec::VirtualDecoder* d = fixture_.startDecoder(0, [](vdec::DecoderConfig& c) { c.heartbeatIntervalMs = 100; });
+        TestClient* c = fixture_.connectTo(d);
+        QVERIFY(c);
 
-    QTest::newRow("bad magic") << header(0x4B4D5459, 1, 0) << true;
-    QTest::newRow("bad version") << header(WireHeader::kMagic, 2, 0) << true;
-    QTest::newRow("length over the limit") << header(WireHeader::kMagic, 1, WireHeader::kMaxPayload + 1) << true;
-    // Incomplete messages are waited for; the client then goes away.
-    TestClient::Bytes half = header(WireHeader::kMagic, 1, 0);
-    half.resize(10);
-    QTest::newRow("half a header") << half << false;
-    TestClient::Bytes truncated = header(WireHeader::kMagic, 1, 100);
-    truncated.resize(truncated.size() + 10, 0);
-    QTest::newRow("truncated payload") << truncated << false;
-}
-
-void DecoderTests::brokenStreams()
-{
-    QFETCH(TestClient::Bytes, bytes);
-    QFETCH(bool, closedByDecoder);
-
-    vdec::VirtualDecoder* d = fixture_.startDecoder(15);
-    TestClient* c = fixture_.connectTo(d);
-    QVERIFY(c);
-    QVERIFY(c->sendBytes(bytes));
-    if (closedByDecoder) {
-        QVERIFY(c->waitClosed(kvmstest::scaled(2000)));
-    } else {
+        // A late answer does not hold up the answers after it.
+        d->faults().answerLate(MessageType::SetMatrix, 800);
+        const uint32_t late
+            = c->sendRequest(uint16_t(MessageType::SetMatrix), TestClient::encodeBody(MatrixGeometry { 5, 5, "Late" }));
+        QCOMPARE(c->call(MessageType::GetMatrix, Empty {}), CMATRIX_OK);
         Message m;
-        QCOMPARE(c->receive(m, 300), TestClient::Wait::Timeout);
-        c->close();
+        QCOMPARE(c->receive(m, 0), TestClient::Wait::Timeout);
+        QCOMPARE(d->snapshot().cols, 5); // carried out at once, only answered late
+        QCOMPARE(c->receive(m, kvmstest::scaled(2000)), TestClient::Wait::Message);
+        QCOMPARE(m.header.requestId, late);
+        QCOMPARE(m.header.status, CMATRIX_OK);
+
+        // After n more requests the next one closes the connection unanswered.
+        d->faults().answerLate(MessageType::SetMatrix, 0);
+        d->faults().dropConnectionAfter(1);
+        QVERIFY(c->sendHeartbeat()); // heartbeats do not count
+        QCOMPARE(c->call(MessageType::GetMatrix, Empty {}), CMATRIX_OK);
+        QCOMPARE(c->call(MessageType::GetMatrix, Empty {}), CMATRIX_ERR_DISCONNECTED);
+        TestClient* next = fixture_.connectTo(d);
+        QVERIFY(next);
+        QCOMPARE(next->call(MessageType::GetMatrix, Empty {}), CMATRIX_OK);
+
+        // A muted decoder sends no heartbeats, for five of its intervals.
+        d->faults().muteHeartbeats(true);
+        const int before = next->heartbeatsReceived();
+        QCOMPARE(next->receive(m, 500), TestClient::Wait::Timeout);
+        QCOMPARE(next->heartbeatsReceived(), before);
     }
-    QTRY_COMPARE_WITH_TIMEOUT(d->connectionCount(), 0, kvmstest::scaled(2000));
-    TestClient* next = fixture_.connectTo(d);
-    QVERIFY(next);
-    QCOMPARE(next->call(MessageType::GetMatrix, Empty {}), CMATRIX_OK);
-}
+};
 
-void DecoderTests::heartbeatTimeoutClosesSilentClient()
-{
-    vdec::VirtualDecoder* d = fixture_.startDecoder(16, [](vdec::DecoderConfig& c) {
-        c.heartbeatIntervalMs = 100;
-        c.heartbeatTimeoutMs = 600;
-    });
-    TestClient* silent = fixture_.connectTo(d);
-    TestClient* talker = fixture_.connectTo(d);
-    QVERIFY(silent && talker);
-    QElapsedTimer clock;
-    clock.start();
-
-    // The talker sends heartbeats only; the decoder keeps it and sends its own.
-    while (clock.elapsed() < 1200) {
-        QVERIFY(talker->sendHeartbeat());
-        Message m;
-        QCOMPARE(talker->receive(m, 100), TestClient::Wait::Timeout);
-    }
-    QVERIFY(talker->heartbeatsReceived() >= 5);
-    QCOMPARE(talker->call(MessageType::GetMatrix, Empty {}), CMATRIX_OK);
-
-    QVERIFY(silent->waitClosed(kvmstest::scaled(2000)));
-    QVERIFY(silent->heartbeatsReceived() >= 2);
-    QCOMPARE(d->connectionCount(), 1);
-}
+KVMS_TEST_CLASS(TestConnections)
+#include "TestConnections.moc"

@@ -1,4 +1,6 @@
-#include "DecoderTests.h"
+#include "DecoderFixture.h"
+#include "LoopbackPool.h"
+#include "SuiteMain.h"
 #include "TestTimeout.h"
 
 #include <QDeadlineTimer>
@@ -9,69 +11,83 @@
 using namespace cmatrix::wire;
 using kvmstest::TestClient;
 
-void DecoderTests::daemonListensAndStops()
-{
-    QTemporaryDir dir;
-    QVERIFY(dir.isValid());
-    QProcess daemon;
-    daemon.setProgram(VIRTUAL_DECODER_PATH);
-    daemon.setArguments({ "--address", "127.0.0.21", "--port", "0", "--state-dir", dir.path(), "--device-id", "VD21",
-        "--password", "secret99" });
-    daemon.start();
-    QVERIFY2(daemon.waitForStarted(kvmstest::scaled(5000)), qPrintable(daemon.errorString()));
-    auto stopDaemon = qScopeGuard([&] {
-        if (daemon.state() != QProcess::NotRunning) {
-            daemon.kill();
-            daemon.waitForFinished(kvmstest::scaled(5000));
-        }
-    });
+class TestDaemon : public QObject {
+    Q_OBJECT
 
-    QDeadlineTimer deadline(kvmstest::scaled(5000));
-    while (!daemon.canReadLine() && !deadline.hasExpired())
-        daemon.waitForReadyRead(50);
-    const QString line = QString::fromUtf8(daemon.readLine()).trimmed();
-    const QRegularExpressionMatch match
-        = QRegularExpression(R"(^virtual-decoder VD21 listening on (\S+) tcp=(\d+)(?: \w+=\d+)*$)").match(line);
-    QVERIFY2(match.hasMatch(), qPrintable(line));
-    QCOMPARE(match.captured(1), QString("127.0.0.21"));
+    kvmstest::DecoderFixture fixture_;
 
-    TestClient client;
-    QVERIFY(client.connectTo(match.captured(1), quint16(match.captured(2).toUInt())));
-    QCOMPARE(client.login("admin", "secret99"), CMATRIX_OK);
-    QCOMPARE(client.call(MessageType::GetMatrix, Empty {}), CMATRIX_OK);
+private slots:
+    void cleanup() { fixture_.cleanup(); }
 
-    daemon.terminate(); // SIGTERM: a clean stop
-    QVERIFY(daemon.waitForFinished(kvmstest::scaled(5000)));
-    QCOMPARE(daemon.exitStatus(), QProcess::NormalExit);
-    QCOMPARE(daemon.exitCode(), 0);
-    QVERIFY(client.waitClosed(kvmstest::scaled(2000)));
-    QVERIFY(QFile::exists(dir.filePath("state.json")));
-}
+    void daemonListensAndStops()
+    {
+        QTemporaryDir dir;
+        QVERIFY(dir.isValid());
+        const QString address = kvmstest::LoopbackPool::claim();
+        QProcess daemon;
+        daemon.setProgram(VIRTUAL_DECODER_PATH);
+        daemon.setArguments({ "--address", address, "--port", "0", "--state-dir", dir.path(), "--device-id", "VD21",
+            "--password", "secret99" });
+        daemon.start();
+        QVERIFY2(daemon.waitForStarted(kvmstest::scaled(5000)), qPrintable(daemon.errorString()));
+        auto stopDaemon = qScopeGuard([&] {
+            if (daemon.state() != QProcess::NotRunning) {
+                daemon.kill();
+                daemon.waitForFinished(kvmstest::scaled(5000));
+            }
+        });
 
-void DecoderTests::daemonRefusesBadArguments_data()
-{
-    QTest::addColumn<QStringList>("arguments");
-    QTest::addColumn<QString>("complaint");
+        QDeadlineTimer deadline(kvmstest::scaled(5000));
+        while (!daemon.canReadLine() && !deadline.hasExpired())
+            daemon.waitForReadyRead(50);
+        const QString line = QString::fromUtf8(daemon.readLine()).trimmed();
+        const QRegularExpressionMatch match
+            = QRegularExpression(R"(^virtual-decoder VD21 listening on (\S+) tcp=(\d+)(?: \w+=\d+)*$)").match(line);
+        QVERIFY2(match.hasMatch(), qPrintable(line));
+        QCOMPARE(match.captured(1), address);
 
-    // Refused before anything is opened: the address is only checked, never used.
-    QTest::newRow("address outside loopback") << QStringList { "--address", "192.0.2.1" } << "not a loopback address";
-    QTest::newRow("port out of range") << QStringList { "--port", "70000" } << "ports are";
-    QTest::newRow("stray argument") << QStringList { "extra" } << "unexpected argument";
-}
+        TestClient client;
+        QVERIFY(client.connectTo(match.captured(1), quint16(match.captured(2).toUInt())));
+        QCOMPARE(client.login("admin", "secret99"), CMATRIX_OK);
+        QCOMPARE(client.call(MessageType::GetMatrix, Empty {}), CMATRIX_OK);
 
-void DecoderTests::daemonRefusesBadArguments()
-{
-    QFETCH(QStringList, arguments);
-    QFETCH(QString, complaint);
+        daemon.terminate(); // SIGTERM: a clean stop
+        QVERIFY(daemon.waitForFinished(kvmstest::scaled(5000)));
+        QCOMPARE(daemon.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(daemon.exitCode(), 0);
+        QVERIFY(client.waitClosed(kvmstest::scaled(2000)));
+        QVERIFY(QFile::exists(dir.filePath("state.json")));
+    }
 
-    QTemporaryDir dir;
-    QVERIFY(dir.isValid());
-    QProcess daemon;
-    daemon.start(
-        VIRTUAL_DECODER_PATH, QStringList { "--address", "127.0.0.22", "--state-dir", dir.path() } + arguments);
-    QVERIFY(daemon.waitForFinished(kvmstest::scaled(5000)));
-    QCOMPARE(daemon.exitCode(), 2);
-    const QString errors = QString::fromUtf8(daemon.readAllStandardError());
-    QVERIFY2(errors.contains(complaint), qPrintable(errors));
-    QVERIFY(daemon.readAllStandardOutput().isEmpty());
-}
+    void daemonRefusesBadArguments_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QString>("complaint");
+
+        // Refused before anything is opened: the address is only checked, never used.
+        QTest::newRow("address outside loopback")
+            << QStringList { "--address", "192.0.2.1" } << "not a loopback address";
+        QTest::newRow("port out of range") << QStringList { "--port", "70000" } << "ports are";
+        QTest::newRow("stray argument") << QStringList { "extra" } << "unexpected argument";
+    }
+
+    void daemonRefusesBadArguments()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QString, complaint);
+
+        QTemporaryDir dir;
+        QVERIFY(dir.isValid());
+        QProcess daemon;
+        daemon.start(VIRTUAL_DECODER_PATH,
+            QStringList { "--address", kvmstest::LoopbackPool::claim(), "--state-dir", dir.path() } + arguments);
+        QVERIFY(daemon.waitForFinished(kvmstest::scaled(5000)));
+        QCOMPARE(daemon.exitCode(), 2);
+        const QString errors = QString::fromUtf8(daemon.readAllStandardError());
+        QVERIFY2(errors.contains(complaint), qPrintable(errors));
+        QVERIFY(daemon.readAllStandardOutput().isEmpty());
+    }
+};
+
+KVMS_TEST_CLASS(TestDaemon)
+#include "TestDaemon.moc"

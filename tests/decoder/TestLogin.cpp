@@ -1,4 +1,5 @@
-#include "DecoderTests.h"
+#include "DecoderFixture.h"
+#include "SuiteMain.h"
 #include "TestTimeout.h"
 #include "WireRecords.h"
 
@@ -19,118 +20,130 @@ QString passwordError(int failed, int allowed, int lockSeconds)
 
 } // namespace
 
-void DecoderTests::unknownUserAnswersAsWrongPassword()
-{
-    TestClient* c = fixture_.connectTo(fixture_.startDecoder(2), false);
-    QVERIFY(c);
-    // So that names cannot be probed.
-    QString json;
-    QCOMPARE(c->login("operator", "admin123", &json), CMATRIX_ERR_PASSWORD);
-    QCOMPARE(json, passwordError(1, 5, 600));
-    QCOMPARE(c->call(MessageType::GetMatrix, Empty {}), CMATRIX_ERR_NOT_LOGGED_IN);
-}
+class TestLogin : public QObject {
+    Q_OBJECT
 
-void DecoderTests::loginSequences_data()
-{
-    QTest::addColumn<QStringList>("passwords");
-    QTest::addColumn<int>("status");
-    QTest::addColumn<QString>("errorJson");
+    kvmstest::DecoderFixture fixture_;
 
-    const QString good = "admin123", bad = "wrong";
-    QTest::newRow("success resets the count")
-        << QStringList { bad, bad, good, bad } << CMATRIX_ERR_PASSWORD << passwordError(1, 3, 60);
-    QTest::newRow("attempt reaching the limit")
-        << QStringList { bad, bad, bad } << CMATRIX_ERR_PASSWORD << passwordError(3, 3, 60);
-    QTest::newRow("locked refuses the right password") << QStringList { bad, bad, bad, good } << CMATRIX_ERR_USER_LOCKED
-                                                       << R"({"ERRCODE":"USERLOCK","PARAM":{"UNLOCKTIME":60}})";
-    QTest::newRow("locked refuses a wrong password") << QStringList { bad, bad, bad, bad } << CMATRIX_ERR_USER_LOCKED
-                                                     << R"({"ERRCODE":"USERLOCK","PARAM":{"UNLOCKTIME":60}})";
-}
+private slots:
+    void cleanup() { fixture_.cleanup(); }
 
-void DecoderTests::loginSequences()
-{
-    QFETCH(QStringList, passwords);
-    QFETCH(int, status);
-    QFETCH(QString, errorJson);
+    void unknownUserAnswersAsWrongPassword()
+    {
+        TestClient* c = fixture_.connectTo(fixture_.startDecoder(), false);
+        QVERIFY(c);
+        // So that names cannot be probed.
+        QString json;
+        QCOMPARE(c->login("operator", "admin123", &json), CMATRIX_ERR_PASSWORD);
+        QCOMPARE(json, passwordError(1, 5, 600));
+        QCOMPARE(c->call(MessageType::GetMatrix, Empty {}), CMATRIX_ERR_NOT_LOGGED_IN);
+    }
 
-    vdec::VirtualDecoder* d = fixture_.startDecoder(3, [](vdec::DecoderConfig& c) {
-        c.maxFailedLogins = 3;
-        c.lockSeconds = 60;
-    });
-    TestClient* c = fixture_.connectTo(d, false);
-    QVERIFY(c);
-    int32_t rc = 0;
-    QString json;
-    for (const QString& password : passwords)
-        rc = c->login("admin", password, &json);
-    QCOMPARE(rc, status);
-    QCOMPARE(json, errorJson);
-}
+    void loginSequences_data()
+    {
+        QTest::addColumn<QStringList>("passwords");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QString>("errorJson");
 
-void DecoderTests::lockExpires()
-{
-    vdec::VirtualDecoder* d = fixture_.startDecoder(4, [](vdec::DecoderConfig& c) {
-        c.maxFailedLogins = 2;
-        c.lockSeconds = 1;
-    });
-    TestClient* first = fixture_.connectTo(d, false);
-    TestClient* second = fixture_.connectTo(d, false);
-    QVERIFY(first && second);
-    QCOMPARE(first->login("admin", "x"), CMATRIX_ERR_PASSWORD);
-    QCOMPARE(first->login("admin", "x"), CMATRIX_ERR_PASSWORD);
-    // The lock is the account's, not the connection's.
-    QString json;
-    QCOMPARE(second->login("admin", "admin123", &json), CMATRIX_ERR_USER_LOCKED);
-    QCOMPARE(json, QString(R"({"ERRCODE":"USERLOCK","PARAM":{"UNLOCKTIME":1}})"));
-    QVERIFY(d->snapshot().account("admin")->locked);
+        const QString good = "admin123", bad = "wrong";
+        QTest::newRow("success resets the count")
+            << QStringList { bad, bad, good, bad } << CMATRIX_ERR_PASSWORD << passwordError(1, 3, 60);
+        QTest::newRow("attempt reaching the limit")
+            << QStringList { bad, bad, bad } << CMATRIX_ERR_PASSWORD << passwordError(3, 3, 60);
+        QTest::newRow("locked refuses the right password") << QStringList { bad, bad, bad,
+            good } << CMATRIX_ERR_USER_LOCKED << R"({"ERRCODE":"USERLOCK","PARAM":{"UNLOCKTIME":60}})";
+        QTest::newRow("locked refuses a wrong password") << QStringList { bad, bad, bad,
+            bad } << CMATRIX_ERR_USER_LOCKED << R"({"ERRCODE":"USERLOCK","PARAM":{"UNLOCKTIME":60}})";
+    }
 
-    QTRY_VERIFY_WITH_TIMEOUT(!d->snapshot().account("admin")->locked, kvmstest::scaled(3000));
-    QCOMPARE(second->login("admin", "admin123"), CMATRIX_OK);
-    // After the lock the count starts afresh.
-    QCOMPARE(first->login("admin", "x", &json), CMATRIX_ERR_PASSWORD);
-    QCOMPARE(json, passwordError(1, 2, 1));
-}
+    void loginSequences()
+    {
+        QFETCH(QStringList, passwords);
+        QFETCH(int, status);
+        QFETCH(QString, errorJson);
 
-void DecoderTests::requestsBeforeLogin_data()
-{
-    QTest::addColumn<int>("type");
-    QTest::addColumn<QByteArray>("payload");
+        vdec::VirtualDecoder* d = fixture_.startDecoder(0, [](vdec::DecoderConfig& c) {
+            c.maxFailedLogins = 3;
+            c.lockSeconds = 60;
+        });
+        TestClient* c = fixture_.connectTo(d, false);
+        QVERIFY(c);
+        int32_t rc = 0;
+        QString json;
+        for (const QString& password : passwords)
+            rc = c->login("admin", password, &json);
+        QCOMPARE(rc, status);
+        QCOMPARE(json, errorJson);
+    }
 
-    const auto add = WindowAddRequest { { wirerecords::window(1, 0, 0, 100, 100) }, false };
-    const TestClient::Bytes addBytes = TestClient::encodeBody(add);
-    QTest::newRow("WindowAdd") << int(MessageType::WindowAdd)
-                               << QByteArray(reinterpret_cast<const char*>(addBytes.data()), int(addBytes.size()));
-    QTest::newRow("unknown type") << 0x0777 << QByteArray();
-    QTest::newRow("malformed payload") << int(MessageType::SetMatrix) << QByteArray("\x01", 1);
-}
+    void lockExpires()
+    {
+        vdec::VirtualDecoder* d = fixture_.startDecoder(0, [](vdec::DecoderConfig& c) {
+            c.maxFailedLogins = 2;
+            c.lockSeconds = 1;
+        });
+        TestClient* first = fixture_.connectTo(d, false);
+        TestClient* second = fixture_.connectTo(d, false);
+        QVERIFY(first && second);
+        QCOMPARE(first->login("admin", "x"), CMATRIX_ERR_PASSWORD);
+        QCOMPARE(first->login("admin", "x"), CMATRIX_ERR_PASSWORD);
+        // The lock is the account's, not the connection's.
+        QString json;
+        QCOMPARE(second->login("admin", "admin123", &json), CMATRIX_ERR_USER_LOCKED);
+        QCOMPARE(json, QString(R"({"ERRCODE":"USERLOCK","PARAM":{"UNLOCKTIME":1}})"));
+        QVERIFY(d->snapshot().account("admin")->locked);
 
-void DecoderTests::requestsBeforeLogin()
-{
-    QFETCH(int, type);
-    QFETCH(QByteArray, payload);
+        QTRY_VERIFY_WITH_TIMEOUT(!d->snapshot().account("admin")->locked, kvmstest::scaled(3000));
+        QCOMPARE(second->login("admin", "admin123"), CMATRIX_OK);
+        // After the lock the count starts afresh.
+        QCOMPARE(first->login("admin", "x", &json), CMATRIX_ERR_PASSWORD);
+        QCOMPARE(json, passwordError(1, 2, 1));
+    }
 
-    vdec::VirtualDecoder* d = fixture_.startDecoder(5);
-    TestClient* c = fixture_.connectTo(d, false);
-    QVERIFY(c);
-    const TestClient::Bytes bytes(payload.begin(), payload.end());
-    QCOMPARE(c->callRaw(uint16_t(type), bytes), CMATRIX_ERR_NOT_LOGGED_IN);
-    QVERIFY(d->snapshot().windows.empty());
+    void requestsBeforeLogin_data()
+    {
+        QTest::addColumn<int>("type");
+        QTest::addColumn<QByteArray>("payload");
 
-    // A logout ends the session but not the connection.
-    QCOMPARE(c->login("admin", "admin123"), CMATRIX_OK);
-    QCOMPARE(c->call(MessageType::Logout, Empty {}), CMATRIX_OK);
-    QCOMPARE(c->callRaw(uint16_t(type), bytes), CMATRIX_ERR_NOT_LOGGED_IN);
-}
+        const auto add = WindowAddRequest { { wirerecords::window(1, 0, 0, 100, 100) }, false };
+        const TestClient::Bytes addBytes = TestClient::encodeBody(add);
+        QTest::newRow("WindowAdd") << int(MessageType::WindowAdd)
+                                   << QByteArray(reinterpret_cast<const char*>(addBytes.data()), int(addBytes.size()));
+        QTest::newRow("unknown type") << 0x0777 << QByteArray();
+        QTest::newRow("malformed payload") << int(MessageType::SetMatrix) << QByteArray("\x01", 1);
+    }
 
-void DecoderTests::unknownRequestsAfterLogin()
-{
-    TestClient* c = fixture_.connectTo(fixture_.startDecoder(6));
-    QVERIFY(c);
-    QCOMPARE(c->callRaw(0x0777, {}), CMATRIX_ERR_NOT_SUPPORTED);
-    QCOMPARE(c->callRaw(0x003F, {}), CMATRIX_ERR_NOT_SUPPORTED); // a free code amid the scene requests
-    // A heartbeat is never answered, before or after a login, and keeps the connection.
-    QVERIFY(c->sendHeartbeat());
-    Message m;
-    QCOMPARE(c->receive(m, 200), TestClient::Wait::Timeout);
-    QCOMPARE(c->call(MessageType::GetMatrix, Empty {}), CMATRIX_OK);
-}
+    void requestsBeforeLogin()
+    {
+        QFETCH(int, type);
+        QFETCH(QByteArray, payload);
+
+        vdec::VirtualDecoder* d = fixture_.startDecoder();
+        TestClient* c = fixture_.connectTo(d, false);
+        QVERIFY(c);
+        const TestClient::Bytes bytes(payload.begin(), payload.end());
+        QCOMPARE(c->callRaw(uint16_t(type), bytes), CMATRIX_ERR_NOT_LOGGED_IN);
+        QVERIFY(d->snapshot().windows.empty());
+
+        // A logout ends the session but not the connection.
+        QCOMPARE(c->login("admin", "admin123"), CMATRIX_OK);
+        QCOMPARE(c->call(MessageType::Logout, Empty {}), CMATRIX_OK);
+        QCOMPARE(c->callRaw(uint16_t(type), bytes), CMATRIX_ERR_NOT_LOGGED_IN);
+    }
+
+    void unknownRequestsAfterLogin()
+    {
+        TestClient* c = fixture_.connectTo(fixture_.startDecoder());
+        QVERIFY(c);
+        QCOMPARE(c->callRaw(0x0777, {}), CMATRIX_ERR_NOT_SUPPORTED);
+        QCOMPARE(c->callRaw(0x003F, {}), CMATRIX_ERR_NOT_SUPPORTED); // a free code amid the scene requests
+        // A heartbeat is never answered, before or after a login, and keeps the connection.
+        QVERIFY(c->sendHeartbeat());
+        Message m;
+        QCOMPARE(c->receive(m, 200), TestClient::Wait::Timeout);
+        QCOMPARE(c->call(MessageType::GetMatrix, Empty {}), CMATRIX_OK);
+    }
+};
+
+KVMS_TEST_CLASS(TestLogin)
+#include "TestLogin.moc"

@@ -1,4 +1,5 @@
-#include "DecoderTests.h"
+#include "DecoderFixture.h"
+#include "SuiteMain.h"
 #include "WireRecords.h"
 #include "state/WindowTable.h"
 
@@ -47,66 +48,81 @@ std::vector<MatrixWindow_t> manyWindows(uint32_t firstId, int count)
 
 } // namespace
 
-void DecoderTests::badRequests_data()
-{
-    QTest::addColumn<int>("type");
-    QTest::addColumn<QByteArray>("payload");
-    QTest::addColumn<int>("status");
-    using T = MessageType;
-    const int invalid = CMATRIX_ERR_INVALID_PARAM, badName = CMATRIX_ERR_NAME, limit = CMATRIX_ERR_LIMIT;
-    const int noWindow = CMATRIX_ERR_WINDOW_NOT_FOUND, exists = CMATRIX_ERR_WINDOW_EXISTS;
-    const int geometry = CMATRIX_ERR_GEOMETRY, subWindow = CMATRIX_ERR_SUBWINDOW, division = CMATRIX_ERR_DIVISION;
-    const int protocol = CMATRIX_ERR_PROTOCOL;
+class TestValidation : public QObject {
+    Q_OBJECT
 
-    // One row per way of refusing.
-    row("grid 0 columns", T::SetMatrix, body(MatrixGeometry { 0, 2, "W" }), invalid);
-    row("grid 64-byte name", T::SetMatrix, body(MatrixGeometry { 2, 2, std::string(64, 'n') }), badName);
+    kvmstest::DecoderFixture fixture_;
 
-    row("time month 13", T::SetTime, body(SetTimeRequest { 2024, 13, 1, 0, 0, 0 }), invalid);
-    row("status 3", T::SetStatus, body(SetStatusRequest { 3, "" }), invalid);
-    row("screen outside grid", T::SetScreens, body(ScreenList { { screen(16, "s") }, false }), invalid);
+private slots:
+    void cleanup() { fixture_.cleanup(); }
 
-    row("window id 0", T::WindowAdd, adding({ window(0, 0, 0, 10, 10) }), invalid);
-    row("window id taken", T::WindowAdd, adding({ window(1, 0, 0, 10, 10) }), exists);
-    row("window past the edge", T::WindowAdd, adding({ window(7, 1, 0, 32768, 10) }), geometry);
-    row("window size wrapping", T::WindowAdd, adding({ window(7, 10, 0, INT32_MAX, 10) }), geometry);
-    row("windows beyond the limit", T::WindowAdd, adding(manyWindows(10, vdec::WindowTable::kMaxWindows - 1)), limit);
+    void badRequests_data()
+    {
+        QTest::addColumn<int>("type");
+        QTest::addColumn<QByteArray>("payload");
+        QTest::addColumn<int>("status");
+        using T = MessageType;
+        const int invalid = CMATRIX_ERR_INVALID_PARAM, badName = CMATRIX_ERR_NAME, limit = CMATRIX_ERR_LIMIT;
+        const int noWindow = CMATRIX_ERR_WINDOW_NOT_FOUND, exists = CMATRIX_ERR_WINDOW_EXISTS;
+        const int geometry = CMATRIX_ERR_GEOMETRY, subWindow = CMATRIX_ERR_SUBWINDOW, division = CMATRIX_ERR_DIVISION;
+        const int protocol = CMATRIX_ERR_PROTOCOL;
 
-    row("delete unknown among known", T::WindowDel, body(IdList { { 1, 99 } }), noWindow);
-    row("move unknown", T::WindowMove, body(WindowMoveRequest { window(99, 0, 0, 10, 10) }), noWindow);
+        // One row per way of refusing.
+        row("grid 0 columns", T::SetMatrix, body(MatrixGeometry { 0, 2, "W" }), invalid);
+        row("grid 64-byte name", T::SetMatrix, body(MatrixGeometry { 2, 2, std::string(64, 'n') }), badName);
 
-    row("full screen sub-window 5 of 4", T::WindowSetFullScreen, body(FullScreenRequest { 1, 5, 1 }), subWindow);
+        row("time month 13", T::SetTime, body(SetTimeRequest { 2024, 13, 1, 0, 0, 0 }), invalid);
+        row("status 3", T::SetStatus, body(SetStatusRequest { 3, "" }), invalid);
+        row("screen outside grid", T::SetScreens, body(ScreenList { { screen(16, "s") }, false }), invalid);
 
-    row("division 5", T::WindowSetDivision, body(SetDivisionRequest { 1, 5 }), division);
+        row("window id 0", T::WindowAdd, adding({ window(0, 0, 0, 10, 10) }), invalid);
+        row("window id taken", T::WindowAdd, adding({ window(1, 0, 0, 10, 10) }), exists);
+        row("window past the edge", T::WindowAdd, adding({ window(7, 1, 0, 32768, 10) }), geometry);
+        row("window size wrapping", T::WindowAdd, adding({ window(7, 10, 0, INT32_MAX, 10) }), geometry);
+        row("windows beyond the limit", T::WindowAdd, adding(manyWindows(10, vdec::WindowTable::kMaxWindows - 1)),
+            limit);
 
-    row("source unknown window", T::WindowDeviceAdd, sources(99, { source(1, "c") }), noWindow);
-    row("source sub-window 5 of 4", T::WindowDeviceAdd, sources(1, { source(5, "c") }), subWindow);
-    row("five sources for four", T::WindowDeviceAdd,
-        sources(1, { source(1, "a"), source(2, "b"), source(3, "c"), source(4, "d"), source(4, "e") }, true), limit);
-    row("remove from sub-window 7 of 4", T::WindowDeviceDel, sources(1, { source(7, "") }), subWindow);
+        row("delete unknown among known", T::WindowDel, body(IdList { { 1, 99 } }), noWindow);
+        row("move unknown", T::WindowMove, body(WindowMoveRequest { window(99, 0, 0, 10, 10) }), noWindow);
 
-    // Payloads that do not parse exactly.
-    QByteArray hugeCount = body(IdList { { 1 } });
-    hugeCount[0] = '\xff';
-    row("payload one byte short", T::SetMatrix, chopped(body(MatrixGeometry { 2, 2, "W" }), 1), protocol);
-    row("list count past the payload", T::WindowDel, hugeCount, protocol);
-    row("record cut short", T::WindowMove, chopped(body(WindowMoveRequest { window(1, 0, 0, 10, 10) }), 4), protocol);
-}
+        row("full screen sub-window 5 of 4", T::WindowSetFullScreen, body(FullScreenRequest { 1, 5, 1 }), subWindow);
 
-void DecoderTests::badRequests()
-{
-    QFETCH(int, type);
-    QFETCH(QByteArray, payload);
-    QFETCH(int, status);
+        row("division 5", T::WindowSetDivision, body(SetDivisionRequest { 1, 5 }), division);
 
-    vdec::VirtualDecoder* d = nullptr;
-    TestClient* c = standardWall(&d);
-    QVERIFY(c);
-    const QString before = statePrint(d->snapshot());
-    QCOMPARE(c->callRaw(uint16_t(type), TestClient::Bytes(payload.begin(), payload.end())), status);
-    QCOMPARE(statePrint(d->snapshot()), before);
-    // The connection stays usable.
-    MatrixGeometry geometry;
-    QCOMPARE(c->call(MessageType::GetMatrix, Empty {}, &geometry), CMATRIX_OK);
-    QCOMPARE(geometry.name, std::string("Lobby"));
-}
+        row("source unknown window", T::WindowDeviceAdd, sources(99, { source(1, "c") }), noWindow);
+        row("source sub-window 5 of 4", T::WindowDeviceAdd, sources(1, { source(5, "c") }), subWindow);
+        row("five sources for four", T::WindowDeviceAdd,
+            sources(1, { source(1, "a"), source(2, "b"), source(3, "c"), source(4, "d"), source(4, "e") }, true),
+            limit);
+        row("remove from sub-window 7 of 4", T::WindowDeviceDel, sources(1, { source(7, "") }), subWindow);
+
+        // Payloads that do not parse exactly.
+        QByteArray hugeCount = body(IdList { { 1 } });
+        hugeCount[0] = '\xff';
+        row("payload one byte short", T::SetMatrix, chopped(body(MatrixGeometry { 2, 2, "W" }), 1), protocol);
+        row("list count past the payload", T::WindowDel, hugeCount, protocol);
+        row("record cut short", T::WindowMove, chopped(body(WindowMoveRequest { window(1, 0, 0, 10, 10) }), 4),
+            protocol);
+    }
+
+    void badRequests()
+    {
+        QFETCH(int, type);
+        QFETCH(QByteArray, payload);
+        QFETCH(int, status);
+
+        vdec::VirtualDecoder* d = nullptr;
+        TestClient* c = standardWall(fixture_, &d);
+        QVERIFY(c);
+        const QString before = statePrint(d->snapshot());
+        QCOMPARE(c->callRaw(uint16_t(type), TestClient::Bytes(payload.begin(), payload.end())), status);
+        QCOMPARE(statePrint(d->snapshot()), before);
+        // The connection stays usable.
+        MatrixGeometry geometry;
+        QCOMPARE(c->call(MessageType::GetMatrix, Empty {}, &geometry), CMATRIX_OK);
+        QCOMPARE(geometry.name, std::string("Lobby"));
+    }
+};
+
+KVMS_TEST_CLASS(TestValidation)
+#include "TestValidation.moc"

@@ -1,4 +1,5 @@
-#include "DecoderTests.h"
+#include "DecoderFixture.h"
+#include "SuiteMain.h"
 #include "WireRecords.h"
 
 #include <QtTest>
@@ -7,57 +8,70 @@ using namespace cmatrix::wire;
 using namespace wirerecords;
 using kvmstest::TestClient;
 
-void DecoderTests::setMatrixClearsWindowsOnlyOnNewGrid()
-{
-    vdec::VirtualDecoder* d = nullptr;
-    TestClient* c = standardWall(&d);
-    QVERIFY(c);
-    QCOMPARE(c->call(MessageType::SetScreens, ScreenList { { screen(0, "a"), screen(5, "b"), screen(15, "c") }, true }),
-        CMATRIX_OK);
+class TestWall : public QObject {
+    Q_OBJECT
 
-    // A new name on the same grid keeps the layout.
-    QCOMPARE(c->call(MessageType::SetMatrix, MatrixGeometry { 4, 4, "Hall" }), CMATRIX_OK);
-    MatrixGeometry geometry;
-    QCOMPARE(c->call(MessageType::GetMatrix, Empty {}, &geometry), CMATRIX_OK);
-    QCOMPARE(geometry.name, std::string("Hall"));
-    QCOMPARE(d->snapshot().windows.size(), size_t(2));
+    kvmstest::DecoderFixture fixture_;
 
-    // A new grid drops the windows laid on the old one and the screens outside it.
-    QCOMPARE(c->call(MessageType::SetMatrix, MatrixGeometry { 3, 2, "Hall" }), CMATRIX_OK);
-    QCOMPARE(c->call(MessageType::GetMatrix, Empty {}, &geometry), CMATRIX_OK);
-    QCOMPARE(geometry.cols, 3);
-    QCOMPARE(geometry.rows, 2);
-    const vdec::DecoderSnapshot s = d->snapshot();
-    QVERIFY(s.windows.empty());
-    QCOMPARE(s.screens.size(), size_t(2));
-    QCOMPARE(s.screens[1].position, 5);
-}
+private slots:
+    void cleanup() { fixture_.cleanup(); }
 
-void DecoderTests::corruptStateStartsFresh_data()
-{
-    QTest::addColumn<QByteArray>("content");
-    QTest::newRow("not JSON") << QByteArray(R"({"format": 1, "wall": )");
-    QTest::newRow("grid out of range") << QByteArray(R"({"format": 1, "accounts": [], "wall": {"cols": 40}})");
-    QTest::newRow("unknown format") << QByteArray(R"({"format": 99})");
-}
+    void setMatrixClearsWindowsOnlyOnNewGrid()
+    {
+        vdec::VirtualDecoder* d = nullptr;
+        TestClient* c = standardWall(fixture_, &d);
+        QVERIFY(c);
+        QCOMPARE(
+            c->call(MessageType::SetScreens, ScreenList { { screen(0, "a"), screen(5, "b"), screen(15, "c") }, true }),
+            CMATRIX_OK);
 
-void DecoderTests::corruptStateStartsFresh()
-{
-    QFETCH(QByteArray, content);
-    QTemporaryDir dir;
-    QVERIFY(dir.isValid());
-    QFile file(dir.filePath("state.json"));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(content);
-    file.close();
+        // A new name on the same grid keeps the layout.
+        QCOMPARE(c->call(MessageType::SetMatrix, MatrixGeometry { 4, 4, "Hall" }), CMATRIX_OK);
+        MatrixGeometry geometry;
+        QCOMPARE(c->call(MessageType::GetMatrix, Empty {}, &geometry), CMATRIX_OK);
+        QCOMPARE(geometry.name, std::string("Hall"));
+        QCOMPARE(d->snapshot().windows.size(), size_t(2));
 
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("starting factory-fresh"));
-    vdec::VirtualDecoder* d = fixture_.startDecoder(13, [&](vdec::DecoderConfig& c) { c.stateDir = dir.path(); });
-    QVERIFY(d);
-    QCOMPARE(d->snapshot().cols, 2);
-    QVERIFY(d->snapshot().windows.empty());
-    QFile aside(dir.filePath("state.json.corrupt"));
-    QVERIFY(aside.open(QIODevice::ReadOnly));
-    QCOMPARE(aside.readAll(), content);
-    QVERIFY(fixture_.connectTo(d));
-}
+        // A new grid drops the windows laid on the old one and the screens outside it.
+        QCOMPARE(c->call(MessageType::SetMatrix, MatrixGeometry { 3, 2, "Hall" }), CMATRIX_OK);
+        QCOMPARE(c->call(MessageType::GetMatrix, Empty {}, &geometry), CMATRIX_OK);
+        QCOMPARE(geometry.cols, 3);
+        QCOMPARE(geometry.rows, 2);
+        const vdec::DecoderSnapshot s = d->snapshot();
+        QVERIFY(s.windows.empty());
+        QCOMPARE(s.screens.size(), size_t(2));
+        QCOMPARE(s.screens[1].position, 5);
+    }
+
+    void corruptStateStartsFresh_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::newRow("not JSON") << QByteArray(R"({"format": 1, "wall": )");
+        QTest::newRow("grid out of range") << QByteArray(R"({"format": 1, "accounts": [], "wall": {"cols": 40}})");
+        QTest::newRow("unknown format") << QByteArray(R"({"format": 99})");
+    }
+
+    void corruptStateStartsFresh()
+    {
+        QFETCH(QByteArray, content);
+        QTemporaryDir dir;
+        QVERIFY(dir.isValid());
+        QFile file(dir.filePath("state.json"));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(content);
+        file.close();
+
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("starting factory-fresh"));
+        vdec::VirtualDecoder* d = fixture_.startDecoder(0, [&](vdec::DecoderConfig& c) { c.stateDir = dir.path(); });
+        QVERIFY(d);
+        QCOMPARE(d->snapshot().cols, 2);
+        QVERIFY(d->snapshot().windows.empty());
+        QFile aside(dir.filePath("state.json.corrupt"));
+        QVERIFY(aside.open(QIODevice::ReadOnly));
+        QCOMPARE(aside.readAll(), content);
+        QVERIFY(fixture_.connectTo(d));
+    }
+};
+
+KVMS_TEST_CLASS(TestWall)
+#include "TestWall.moc"

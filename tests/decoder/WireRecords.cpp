@@ -29,4 +29,22 @@ ScreenInfo_t screen(int32_t position, const char* name)
     return s;
 }
 
+kvmstest::TestClient* standardWall(kvmstest::DecoderFixture& fixture, vdec::VirtualDecoder** decoder)
+{
+    using namespace cmatrix::wire;
+    vdec::VirtualDecoder* d = fixture.startDecoder();
+    kvmstest::TestClient* c = fixture.connectTo(d);
+    if (!c)
+        return nullptr;
+    const bool ok = c->call(MessageType::SetMatrix, MatrixGeometry { 4, 4, "Lobby" }) == CMATRIX_OK
+        && c->call(MessageType::WindowAdd,
+               WindowAddRequest { { window(1, 0, 0, 8192, 8192), window(2, 1000, 1000, 4000, 3000, true) }, false })
+            == CMATRIX_OK
+        && c->call(MessageType::WindowSetDivision, SetDivisionRequest { 1, 4 }) == CMATRIX_OK
+        && c->call(MessageType::WindowDeviceAdd, WindowDevices { 1, { source(2, "cam-2") }, false }) == CMATRIX_OK;
+    if (decoder)
+        *decoder = d;
+    return ok ? c : nullptr;
+}
+
 } // namespace wirerecords

@@ -1,12 +1,14 @@
 #pragma once
 
+#include "DecoderFixture.h"
+#include "SdkSession.h"
 #include "SnapshotPrint.h"
 #include "WireBuilders.h"
 
 #include "CMatrixSDK.h"
 #include "core/VirtualDecoder.h"
 
-// Records for the calls under test, and how far a loop has turned.
+// Records for the scene, loop, banner, input, colour and audio calls, and how far a loop has turned.
 namespace wallrecords {
 
 using kvmstest::device;
@@ -21,5 +23,11 @@ DeviceAudioInfo_t audio(const char* state, int windowId, int subWindowId, int vo
 
 // The steps a window's loop has taken, -1 when it does not turn.
 int64_t turnOf(const vdec::VirtualDecoder* d, int32_t windowId);
+
+// A running decoder with the standard wall, and sdk logged in to it (nullptr on failure):
+// a 2 x 2 grid; window 1 (a quarter, division 4, cam-1 in 1 and cam-3 in 3), floating
+// window 2, window 3 (a quarter, division 1); scheme 1 of six sources ("loop-0".."loop-5",
+// interval 1); loops turn a step every turnUnitMs.
+vdec::VirtualDecoder* standardWall(kvmstest::DecoderFixture& fixture, kvmstest::SdkSession& sdk, int turnUnitMs = 40);
 
 } // namespace wallrecords

@@ -1,5 +1,7 @@
 #include "WallRecords.h"
 
+#include <string>
+
 namespace wallrecords {
 
 SchemeInfo_t scheme(uint32_t id, const char* name, uint32_t interval, int32_t kind)
@@ -73,6 +75,29 @@ int64_t turnOf(const vdec::VirtualDecoder* d, int32_t windowId)
     const vdec::DecoderSnapshot s = d->snapshot();
     const auto it = s.loops.find(windowId);
     return it == s.loops.end() ? -1 : it->second.turn;
+}
+
+vdec::VirtualDecoder* standardWall(kvmstest::DecoderFixture& fixture, kvmstest::SdkSession& sdk, int turnUnitMs)
+{
+    vdec::VirtualDecoder* d
+        = fixture.startDecoder(0, [turnUnitMs](vdec::DecoderConfig& c) { c.turnUnitMs = turnUnitMs; });
+    if (!d || sdk.connect(d) != CMATRIX_OK)
+        return nullptr;
+    const CMHANDLE h = sdk.handle();
+    const MatrixWindow_t windows[]
+        = { window(1, 0, 0, 16384, 16384), window(2, 1000, 1000, 8000, 6000, true), window(3, 16384, 0, 16384, 16384) };
+    const DeviceInfo_t sources[] = { device(1, "cam-1"), device(3, "cam-3") };
+    SchemeDevice_t loopSources[6];
+    for (int i = 0; i < 6; ++i)
+        loopSources[i] = schemeSource(("loop-" + std::to_string(i)).c_str());
+    const SchemeInfo_t loop = scheme(1, "Lobby loop", 1);
+    const bool ok = CMatrix_SetMatrix(h, 2, 2, "Wall") == CMATRIX_OK
+        && CMatrix_WindowAdd(h, windows, 3, true) == CMATRIX_OK && CMatrix_WindowSetDivision(h, 1, 4) == CMATRIX_OK
+        && CMatrix_WindowDeviceAdd(h, 1, sources, 2, true) == CMATRIX_OK && CMatrix_SchemeSet(h, &loop) == CMATRIX_OK
+        && CMatrix_SchemeAddDevices(h, 1, loopSources, 6, true) == CMATRIX_OK;
+    if (!ok)
+        qWarning("standard wall not laid out on %s", qPrintable(d->address()));
+    return ok ? d : nullptr;
 }
 
 } // namespace wallrecords

@@ -1,0 +1,167 @@
+// Requests the decoder (or the SDK) must refuse, each leaving the state as it was.
+
+#include "SuiteMain.h"
+#include "WallRecords.h"
+
+#include <QtTest>
+
+#include <functional>
+#include <memory>
+
+using namespace wallrecords;
+
+using Call = std::function<int(CMHANDLE)>;
+Q_DECLARE_METATYPE(Call)
+
+namespace {
+
+void row(const char* name, int expected, Call call)
+{
+    QTest::newRow(name) << call << expected;
+}
+
+// Calls with a record that is good but for what `change` does to it.
+template <class Record, class Send> Call with(Record record, std::function<void(Record&)> change, Send send)
+{
+    return [=](CMHANDLE h) {
+        Record r = record;
+        change(r);
+        return send(h, &r);
+    };
+}
+
+Call schemeWith(std::function<void(SchemeInfo_t&)> change)
+{
+    return with(scheme(5, "Five", 5), change, CMatrix_SchemeSet);
+}
+
+Call sourceWith(uint32_t schemeId, std::function<void(SchemeDevice_t&)> change)
+{
+    return with(schemeSource("cam-x"), change,
+        [schemeId](CMHANDLE h, const SchemeDevice_t* d) { return CMatrix_SchemeAddDevices(h, schemeId, d, 1, false); });
+}
+
+Call bannerWith(std::function<void(BannerInfo_t&)> change)
+{
+    return with(banner("Notice"), change, CMatrix_DisplayBanner);
+}
+
+Call audioWith(DeviceAudioInfo_t a)
+{
+    return [a](CMHANDLE h) { return CMatrix_SetAudioStatus(h, &a); };
+}
+
+Call playHdmi(int windowId, int subWindowId, int input)
+{
+    return [=](CMHANDLE h) {
+        const WindowSlot_t slot { windowId, subWindowId };
+        return CMatrix_WindowPlayHdmiIn(h, &slot, input);
+    };
+}
+
+Call playFile(int windowId, int subWindowId, const QByteArray& path)
+{
+    return [=](CMHANDLE h) {
+        const WindowSlot_t slot { windowId, subWindowId };
+        return CMatrix_WindowPlayFile(h, &slot, path.constData());
+    };
+}
+
+Call setColor(int col, int row, const ScreenColor& c)
+{
+    return [=](CMHANDLE h) { return CMatrix_SetScreenColor(h, col, row, &c); };
+}
+
+} // namespace
+
+class TestRefusals : public QObject {
+    Q_OBJECT
+
+    // One decoder for all rows: each leaves it as it was.
+    kvmstest::DecoderFixture fixture_;
+    std::unique_ptr<kvmstest::SdkSession> sdk_;
+    vdec::VirtualDecoder* decoder_ = nullptr;
+
+private slots:
+    void cleanupTestCase()
+    {
+        sdk_.reset();
+        fixture_.cleanup();
+    }
+
+    void refusedRequests_data()
+    {
+        QTest::addColumn<Call>("call");
+        QTest::addColumn<int>("expected");
+        const int invalid = CMATRIX_ERR_INVALID_PARAM, badName = CMATRIX_ERR_NAME, geometry = CMATRIX_ERR_GEOMETRY;
+        const int noScene = CMATRIX_ERR_SCENE_NOT_FOUND, noScheme = CMATRIX_ERR_SCHEME_NOT_FOUND;
+        const int noWindow = CMATRIX_ERR_WINDOW_NOT_FOUND, noSubWindow = CMATRIX_ERR_SUBWINDOW;
+
+        // One row per way of refusing: each leaves the decoder as it was.
+        row("apply unknown scene", noScene, [](CMHANDLE h) { return CMatrix_SceneApply(h, 2); });
+        row("delete with an unknown scene", noScene, [](CMHANDLE h) {
+            const uint32_t ids[] = { 1, 2 };
+            return CMatrix_SceneDelete(h, ids, 2);
+        });
+        row("scene id above int", invalid, [](CMHANDLE h) { return CMatrix_SceneCreate(h, 0x80000000u, "Big"); });
+        row("scene name not UTF-8", badName, [](CMHANDLE h) { return CMatrix_SceneCreate(h, 2, "caf\xe9"); });
+
+        row("scheme kind 5", invalid, schemeWith([](auto& s) { s.kind = 5; }));
+        row("scheme name unterminated", badName, schemeWith([](auto& s) { memset(s.name, 'n', sizeof s.name); }));
+        row("delete unknown scheme", noScheme, [](CMHANDLE h) {
+            const uint32_t ids[] = { 1, 9 };
+            return CMatrix_SchemeDel(h, ids, 2);
+        });
+        row("source URL unterminated", invalid,
+            sourceWith(1, [](auto& d) { memset(d.mainUrl, 'u', sizeof d.mainUrl); }));
+        row("too many sources", CMATRIX_ERR_LIMIT, [](CMHANDLE h) {
+            const std::vector<SchemeDevice_t> many(251, schemeSource("cam-y"));
+            return CMatrix_SchemeAddDevices(h, 1, many.data(), int(many.size()), false); // six already there
+        });
+
+        row("loop in unknown window", noWindow, [](CMHANDLE h) { return CMatrix_SchemeSelect(h, 9, 1, 0); });
+        row("loop of unknown scheme", noScheme, [](CMHANDLE h) { return CMatrix_SchemeSelect(h, 1, 9, 0); });
+        row("loop start past the end", invalid, [](CMHANDLE h) { return CMatrix_SchemeSelect(h, 1, 1, 6); });
+        row("loop of a scheme without sources", invalid, [](CMHANDLE h) { return CMatrix_SchemeSelect(h, 1, 2, 0); });
+        row("resume a window that never turned", invalid,
+            [](CMHANDLE h) { return CMatrix_WindowSetDisplayInTurn(h, 1, 1); });
+
+        row("hidden banner off the wall", geometry, bannerWith([](auto& b) {
+            b.show = 0;
+            b.x = -1;
+        }));
+        row("banner text unterminated", invalid, bannerWith([](auto& b) { memset(b.message, 'm', sizeof b.message); }));
+
+        row("HDMI past the division", noSubWindow, playHdmi(1, 5, 0));
+        row("HDMI input past the last", invalid, playHdmi(1, 1, 2));
+        row("file not on the stick", CMATRIX_ERR_FILE_NOT_FOUND, playFile(1, 1, "none.mp4"));
+        row("path leaving the stick", invalid, playFile(1, 1, "../state.json"));
+
+        row("colour of a column past the grid", invalid, setColor(2, 0, color(1, 1, 1, 1)));
+        row("brightness 101", invalid, setColor(0, 0, color(101, 1, 1, 1)));
+        row("audio state unknown", invalid, audioWith(audio("loud", 1, 1, 5)));
+        row("audio from sub-window past the division", noSubWindow, audioWith(audio("open", 1, 5, 5)));
+    }
+
+    void refusedRequests()
+    {
+        QFETCH(Call, call);
+        QFETCH(int, expected);
+        if (!decoder_) {
+            sdk_ = std::make_unique<kvmstest::SdkSession>();
+            vdec::VirtualDecoder* d = standardWall(fixture_, *sdk_);
+            QVERIFY(d);
+            QCOMPARE(CMatrix_SceneCreate(sdk_->handle(), 1, "Saved"), CMATRIX_OK);
+            const SchemeInfo_t empty = scheme(2, "Empty", 1);
+            QCOMPARE(CMatrix_SchemeSet(sdk_->handle(), &empty), CMATRIX_OK);
+            decoder_ = d;
+        }
+        const QString before = statePrint(decoder_->snapshot());
+
+        QCOMPARE(call(sdk_->handle()), expected);
+        QCOMPARE(statePrint(decoder_->snapshot()), before);
+    }
+};
+
+KVMS_TEST_CLASS(TestRefusals)
+#include "TestRefusals.moc"
