@@ -34,9 +34,9 @@ CaptureRig::Envelope CaptureRig::unpack(const QByteArray& packed)
     return e;
 }
 
-vdec::VirtualDecoder* CaptureRig::startDecoder(int host, const kvmstest::DecoderFixture::Tweak& tweak)
+vdec::VirtualDecoder* CaptureRig::startDecoder(const kvmstest::DecoderFixture::Tweak& tweak)
 {
-    return fixture_.startDecoder(host, tweak);
+    return fixture_.startDecoder(0, tweak);
 }
 
 CaptureRig::Handle CaptureRig::connect(const vdec::VirtualDecoder* decoder)

@@ -3,8 +3,8 @@
 #include <QColor>
 #include <QImage>
 
-// Colour checks on pictures that went through JPEG.
-namespace capturecheck {
+// Colour checks on pictures that went through JPEG (a wall picture, a decoded frame).
+namespace colourcheck {
 
 // The colour at (fx, fy), fractions of the image's width and height.
 inline QColor at(const QImage& image, double fx, double fy)
@@ -19,4 +19,4 @@ inline bool near(const QColor& a, const QColor& b, int tolerance = 24)
         && qAbs(a.blue() - b.blue()) <= tolerance;
 }
 
-} // namespace capturecheck
+} // namespace colourcheck

@@ -9,7 +9,7 @@
 #include <QSharedPointer>
 #include <QString>
 
-// What the capture suites share: the worker singleton connected to in-process virtual decoders,
+// What the capture tests share: the worker singleton connected to in-process virtual decoders,
 // a one-screen wall laid out through the SDK, envelopes taken apart, and a look at the log.
 class CaptureRig {
 public:
@@ -29,7 +29,8 @@ public:
     static kvms_matrix::MatrixSdkWorker* worker();
     static Envelope unpack(const QByteArray& packed);
 
-    vdec::VirtualDecoder* startDecoder(int host, const kvmstest::DecoderFixture::Tweak& tweak = {});
+    // A decoder on a loopback address of its own.
+    vdec::VirtualDecoder* startDecoder(const kvmstest::DecoderFixture::Tweak& tweak = {});
     // Logs in through the worker (so the connection is registered); null on failure.
     Handle connect(const vdec::VirtualDecoder* decoder);
     // A 1 x 1 wall named "Capture" with one window over all of it, divided as asked.

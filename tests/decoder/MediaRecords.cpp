@@ -1,16 +1,10 @@
-#include "MediaTests.h"
-#include "TestMain.h"
-
-#include "core/VirtualDecoder.h"
+#include "MediaRecords.h"
 
 #include <cstring>
 
-void MediaTests::cleanup()
-{
-    fixture_.cleanup();
-}
+namespace mediarecords {
 
-DeviceInfo_t MediaTests::source(int sub, const char* devId, int protocol, int channel, const char* url)
+DeviceInfo_t source(int sub, const char* devId, int protocol, int channel, const char* url)
 {
     DeviceInfo_t d {};
     d.subWindow = sub;
@@ -24,7 +18,7 @@ DeviceInfo_t MediaTests::source(int sub, const char* devId, int protocol, int ch
     return d;
 }
 
-bool MediaTests::layOut(
+bool layOut(
     CMHANDLE handle, int cols, int rows, const std::vector<MatrixWindow_t>& windows, const std::vector<int>& divisions)
 {
     if (CMatrix_SetMatrix(handle, cols, rows, "Media") != CMATRIX_OK
@@ -37,21 +31,9 @@ bool MediaTests::layOut(
     return true;
 }
 
-int MediaTests::display(CMHANDLE handle, int windowId, int sub, const FrameSamples::Bytes& frame)
+int display(CMHANDLE handle, int windowId, int sub, const FrameSamples::Bytes& frame)
 {
     return CMatrix_DisplayFrame(handle, windowId, sub, frame.data(), int(frame.size()));
 }
 
-QColor MediaTests::at(const QImage& image, double fx, double fy)
-{
-    return image.pixelColor(
-        qBound(0, int(fx * image.width()), image.width() - 1), qBound(0, int(fy * image.height()), image.height() - 1));
-}
-
-bool MediaTests::near(const QColor& a, const QColor& b, int tolerance)
-{
-    return qAbs(a.red() - b.red()) <= tolerance && qAbs(a.green() - b.green()) <= tolerance
-        && qAbs(a.blue() - b.blue()) <= tolerance;
-}
-
-KVMS_TEST_MAIN(MediaTests)
+} // namespace mediarecords
