@@ -1,10 +1,10 @@
 // Maintenance refusals the worker-level suite does not reach, through the real SDK against
-// in-process decoders on 127.0.0.114 and up: bad firmware, busy units, a factory reset kept
+// in-process decoders: bad firmware, busy units, a factory reset kept
 // over a power cycle, modes and passwords the decoder refuses, malformed configurations.
 
 #include "DecoderFixture.h"
 #include "SdkSession.h"
-#include "TestMain.h"
+#include "SuiteMain.h"
 #include "TestTimeout.h"
 
 #include <QFile>
@@ -69,7 +69,7 @@ private slots:
     {
         QFETCH(QByteArray, content);
         QFETCH(int, result);
-        vdec::VirtualDecoder* d = fixture_.startDecoder(115, [](vdec::DecoderConfig& c) { c.firmwareStepMs = 1; });
+        vdec::VirtualDecoder* d = fixture_.startDecoder(0, [](vdec::DecoderConfig& c) { c.firmwareStepMs = 1; });
         QVERIFY(d);
         Client client;
         QCOMPARE(client.connect(d), CMATRIX_OK);
@@ -81,7 +81,7 @@ private slots:
 
     void firmwareFileProblems()
     {
-        vdec::VirtualDecoder* d = fixture_.startDecoder(116);
+        vdec::VirtualDecoder* d = fixture_.startDecoder();
         QVERIFY(d);
         Client client;
         QCOMPARE(client.connect(d), CMATRIX_OK);
@@ -95,7 +95,7 @@ private slots:
 
     void secondJobWhileUpgradingIsBusy()
     {
-        vdec::VirtualDecoder* d = fixture_.startDecoder(117, [](vdec::DecoderConfig& c) { c.firmwareStepMs = 500; });
+        vdec::VirtualDecoder* d = fixture_.startDecoder(0, [](vdec::DecoderConfig& c) { c.firmwareStepMs = 500; });
         QVERIFY(d);
         Client client;
         QCOMPARE(client.connect(d), CMATRIX_OK);
@@ -112,7 +112,7 @@ private slots:
 
     void factoryResetRestartsTheUnitFresh()
     {
-        vdec::VirtualDecoder* d = fixture_.startDecoder(118);
+        vdec::VirtualDecoder* d = fixture_.startDecoder();
         QVERIFY(d);
         Client client;
         Client other;
@@ -165,7 +165,7 @@ private slots:
         QFETCH(QByteArray, oldPassword);
         QFETCH(QByteArray, newPassword);
         QFETCH(int, result);
-        vdec::VirtualDecoder* d = fixture_.startDecoder(120);
+        vdec::VirtualDecoder* d = fixture_.startDecoder();
         QVERIFY(d);
         Client client;
         QCOMPARE(client.connect(d), CMATRIX_OK);
@@ -195,7 +195,7 @@ private slots:
     {
         QFETCH(QByteArray, content);
         QFETCH(int, result);
-        vdec::VirtualDecoder* d = fixture_.startDecoder(122);
+        vdec::VirtualDecoder* d = fixture_.startDecoder();
         QVERIFY(d);
         Client client;
         QCOMPARE(client.connect(d), CMATRIX_OK);
@@ -208,5 +208,5 @@ private slots:
     }
 };
 
-KVMS_TEST_MAIN(TestMaintenance)
+KVMS_TEST_CLASS(TestMaintenance)
 #include "TestMaintenance.moc"

@@ -1,6 +1,6 @@
 #include "KavFrame.h"
 #include "StdoutCapture.h"
-#include "TestMain.h"
+#include "SuiteMain.h"
 
 #include <QtTest>
 
@@ -361,5 +361,5 @@ private slots:
     }
 };
 
-KVMS_TEST_MAIN(TestKavFrame)
+KVMS_TEST_CLASS(TestKavFrame)
 #include "TestKavFrame.moc"
