@@ -71,6 +71,12 @@ class TestDiscovery : public QObject {
     {
         return fixture_.startDecoder(0, tweak);
     }
+    // A decoder that is the only discovery target; nullptr if it would not start.
+    vdec::VirtualDecoder* target(const kvmstest::DecoderFixture::Tweak& tweak = {})
+    {
+        vdec::VirtualDecoder* d = start(tweak);
+        return d && Discovery_SetTargets(targetOf(d)) == CMATRIX_OK ? d : nullptr;
+    }
     static QByteArray id(const vdec::VirtualDecoder* d) { return d->config().deviceId.toLatin1(); }
     static QByteArray ip(const vdec::VirtualDecoder* d) { return d->address().toLatin1(); }
 
@@ -194,9 +200,8 @@ private slots:
     {
         QFETCH(QByteArray, targets);
         QFETCH(int, result);
-        vdec::VirtualDecoder* d = start();
+        vdec::VirtualDecoder* d = target();
         QVERIFY(d);
-        QCOMPARE(Discovery_SetTargets(targetOf(d)), CMATRIX_OK);
         QCOMPARE(Discovery_SetTargets(targets.constData()), result);
         if (result == CMATRIX_OK)
             return;
@@ -208,9 +213,8 @@ private slots:
 
     void networkChangeIsReportedNotUsed()
     {
-        vdec::VirtualDecoder* d = start();
+        vdec::VirtualDecoder* d = target();
         QVERIFY(d);
-        QCOMPARE(Discovery_SetTargets(targetOf(d)), CMATRIX_OK);
 
         DeviceNetworkCfg_t cfg {};
         QCOMPARE(Discovery_GetNetworkBC(id(d), &cfg, scaled(1000)), CMATRIX_OK);
@@ -258,9 +262,8 @@ private slots:
     void setupNetworkRefusals()
     {
         QFETCH(CfgEdit, edit);
-        vdec::VirtualDecoder* d = start();
+        vdec::VirtualDecoder* d = target();
         QVERIFY(d);
-        QCOMPARE(Discovery_SetTargets(targetOf(d)), CMATRIX_OK);
         DeviceNetworkCfg_t cfg = networkOf("192.168.1.40");
         setText(cfg.ipv6, "fe80::1");
         edit(cfg);
@@ -270,9 +273,8 @@ private slots:
 
     void setupCountsTowardsTheLockOut()
     {
-        vdec::VirtualDecoder* d = start([](vdec::DecoderConfig& c) { c.maxFailedLogins = 2; });
+        vdec::VirtualDecoder* d = target([](vdec::DecoderConfig& c) { c.maxFailedLogins = 2; });
         QVERIFY(d);
-        QCOMPARE(Discovery_SetTargets(targetOf(d)), CMATRIX_OK);
         const DeviceNetworkCfg_t cfg = networkOf("192.168.1.41");
         QCOMPARE(Discovery_SetupNetworkBC(&cfg, id(d), "admin", "wrong1", scaled(2000)), CMATRIX_ERR_AUTH);
         QCOMPARE(Discovery_SetupNetworkBC(&cfg, id(d), "admin", "wrong2", scaled(2000)), CMATRIX_ERR_AUTH);
@@ -283,9 +285,8 @@ private slots:
 
     void factoryNewUnitIsActivated()
     {
-        vdec::VirtualDecoder* d = start([](vdec::DecoderConfig& c) { c.factoryNew = true; });
+        vdec::VirtualDecoder* d = target([](vdec::DecoderConfig& c) { c.factoryNew = true; });
         QVERIFY(d);
-        QCOMPARE(Discovery_SetTargets(targetOf(d)), CMATRIX_OK);
         SearchCollector before;
         QVERIFY(search(before));
         QCOMPARE(int(before.answersFrom(id(d)).at(0).flag), 0);
@@ -337,9 +338,8 @@ private slots:
         QFETCH(int, seconds);
         QFETCH(int, result);
         QFETCH(bool, shown);
-        vdec::VirtualDecoder* d = start();
+        vdec::VirtualDecoder* d = target();
         QVERIFY(d);
-        QCOMPARE(Discovery_SetTargets(targetOf(d)), CMATRIX_OK);
         if (!shown) { // start from shown, to see a refusal change nothing and a hide take effect
             const DeviceInfo_t on = addressed("", ip(d), "admin", "admin123");
             QCOMPARE(Discovery_DisplayScreen(&on, 2, 60), CMATRIX_OK);
