@@ -92,7 +92,6 @@ private slots:
 
     // A distribution lives on the connection it was started on: Disconnect closes its
     // connection, and so does Destroy, and a new connect does not revive it.
-
     void distributionEndsWithItsConnection()
     {
         vdec::VirtualDecoder* d = fixture_.startDecoder();
@@ -129,7 +128,6 @@ private slots:
     // Only the control connection speaks for a handle: a media connection that drops is
     // opened again on the next frame without a word to the status callback, and when
     // everything drops at once the loss is reported once.
-
     void mediaConnectionLossIsNotReported()
     {
         vdec::VirtualDecoder* d = fixture_.startDecoder();

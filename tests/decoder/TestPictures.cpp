@@ -85,7 +85,6 @@ private slots:
 
     // A picture belongs to what it was shown for: a new source in its sub-window, or a
     // window deleted and made again, leaves the sub-window without it.
-
     void newSourceClearsPicture()
     {
         vdec::VirtualDecoder* d = fixture_.startDecoder();
@@ -126,7 +125,6 @@ private slots:
 
     // Pictures that follow each other quickly: whatever is skipped, the wall shows the
     // latest one, and a broken one is refused at once even when it would not be decoded yet.
-
     void quickPicturesShowTheLatest()
     {
         QFETCH(int, intervalMs);

@@ -122,7 +122,6 @@ private slots:
     }
 
     // The server writes the same pixels into shared memory as it sends the toolkit.
-
     void sharedMemoryGrabIsTheToolkitsGrab()
     {
         ScreenGrabber shared;
@@ -147,7 +146,6 @@ private slots:
 
     // Binding a desktop source (type 4) to a sub-window through the worker's task starts the
     // capture for that window.
-
     void desktopBoundAsSourceReachesTheWall()
     {
         vdec::VirtualDecoder* d = rig_.startDecoder();

@@ -226,7 +226,6 @@ private slots:
     }
 
     // The file is sent as it is, after the fixed one-second pause, to the device's channel.
-
     void stillPicture()
     {
         QFETCH(QString, file);
@@ -306,7 +305,6 @@ private slots:
     }
 
     // The direct path changes how the pixels reach libjpeg, not the picture: same bytes.
-
     void directJpegIsTheToolkitsPicture()
     {
         QFETCH(QImage, image);

@@ -100,7 +100,6 @@ private slots:
 
     // A frame for window 5, channel 2 goes through the distribution registered under (5, 2), and
     // straight to the sub-window otherwise.
-
     void registryChoosesTheCall()
     {
         QFETCH(QPoint, entryKey);
@@ -160,7 +159,6 @@ private slots:
 
     // A match is stopped, logged and forgotten, even when the decoder refuses; anything else
     // calls nothing and logs nothing.
-
     void removeMdHandle()
     {
         QFETCH(int, subWindowId);
@@ -214,7 +212,6 @@ private slots:
     }
 
     // Two entries feed the same window: the one under the smaller key goes first.
-
     void removeMdHandleTakesTheFirstMatchInKeyOrder()
     {
         vdec::VirtualDecoder* d = rig_.startDecoder();
@@ -243,7 +240,6 @@ private slots:
     }
 
     // The caller returns before the decoder answers the stop: it is carried out on the worker thread.
-
     void removeMdHandleDoesNotWaitForTheDecoder()
     {
         vdec::VirtualDecoder* d = rig_.startDecoder();
