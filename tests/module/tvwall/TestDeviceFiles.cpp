@@ -1,6 +1,11 @@
 // The decoder's own sources (HDMI input, USB files, streams by URL), its file list, screen
 // colours, audio output and HDMI connectors, through the worker.
-#include "ScenesTests.h"
+#include "RawWall.h"
+#include "WallRig.h"
+
+#include "QueuedSignalSpy.h"
+#include "SignalRecorder.h"
+#include "TestSuiteMain.h"
 
 #include "TestTimeout.h"
 
@@ -23,9 +28,26 @@ enum Play { Hdmi, UsbFile, Stream };
 
 } // namespace
 
-void TvWallScenesTest::fileListLeavesOutSystemFolder()
+class TestDeviceFiles : public QObject, public WallRig {
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { QVERIFY(enterWorkDirectory()); }
+    void cleanup() { QVERIFY(settle()); }
+    void cleanupTestCase() { QVERIFY(leaveWorkDirectory()); }
+    void fileListLeavesOutSystemFolder();
+    void playInWindow_data();
+    void playInWindow();
+    void screenColour_data();
+    void screenColour();
+    void audioOfOneSubWindow_data();
+    void audioOfOneSubWindow();
+    void hdmiConnectors();
+};
+
+void TestDeviceFiles::fileListLeavesOutSystemFolder()
 {
-    vdec::VirtualDecoder* d = startDecoder(225);
+    vdec::VirtualDecoder* d = startDecoder();
     QVERIFY(d);
     QVERIFY(writeUsbFile(d, QStringLiteral("b.mp4")));
     QVERIFY(writeUsbFile(d, QStringLiteral("a.jpg")));
@@ -50,7 +72,7 @@ void TvWallScenesTest::fileListLeavesOutSystemFolder()
     QCOMPARE(listed.at(0).at(3).toInt(), 1);
 }
 
-void TvWallScenesTest::playInWindow_data()
+void TestDeviceFiles::playInWindow_data()
 {
     QTest::addColumn<int>("play");
     QTest::addColumn<int>("input");
@@ -68,7 +90,7 @@ void TvWallScenesTest::playInWindow_data()
                                    << QByteArray("rtspstream") << 0 << 9;
 }
 
-void TvWallScenesTest::playInWindow()
+void TestDeviceFiles::playInWindow()
 {
     QFETCH(int, play);
     QFETCH(int, input);
@@ -77,7 +99,7 @@ void TvWallScenesTest::playInWindow()
     QFETCH(QByteArray, devId);
     QFETCH(int, stream);
     QFETCH(int, deviceType);
-    vdec::VirtualDecoder* d = startDecoder(226);
+    vdec::VirtualDecoder* d = startDecoder();
     QVERIFY(d);
     QVERIFY(writeUsbFile(d, QStringLiteral("clip.mp4")));
     RawWall raw(d);
@@ -122,7 +144,7 @@ void TvWallScenesTest::playInWindow()
     QCOMPARE(int(d->snapshot().window(1)->sources.count(2)), 0);
 }
 
-void TvWallScenesTest::screenColour_data()
+void TestDeviceFiles::screenColour_data()
 {
     QTest::addColumn<int>("col");
     QTest::addColumn<int>("row");
@@ -131,12 +153,12 @@ void TvWallScenesTest::screenColour_data()
     QTest::newRow("outside the 2 x 2 grid") << 2 << 0 << CMATRIX_ERR_INVALID_PARAM;
 }
 
-void TvWallScenesTest::screenColour()
+void TestDeviceFiles::screenColour()
 {
     QFETCH(int, col);
     QFETCH(int, row);
     QFETCH(int, ret);
-    vdec::VirtualDecoder* d = startDecoder(227);
+    vdec::VirtualDecoder* d = startDecoder();
     QVERIFY(d);
     const Handle h = connectWorker(d);
     QVERIFY(h);
@@ -162,7 +184,7 @@ void TvWallScenesTest::screenColour()
     QCOMPARE(int(stored.size()), ret == CMATRIX_OK ? 1 : 0);
 }
 
-void TvWallScenesTest::audioOfOneSubWindow_data()
+void TestDeviceFiles::audioOfOneSubWindow_data()
 {
     QTest::addColumn<bool>("enable");
     QTest::addColumn<bool>("sub2Plays");
@@ -170,11 +192,11 @@ void TvWallScenesTest::audioOfOneSubWindow_data()
     QTest::newRow("closed, the ids kept") << false << false;
 }
 
-void TvWallScenesTest::audioOfOneSubWindow()
+void TestDeviceFiles::audioOfOneSubWindow()
 {
     QFETCH(bool, enable);
     QFETCH(bool, sub2Plays);
-    vdec::VirtualDecoder* d = startDecoder(228);
+    vdec::VirtualDecoder* d = startDecoder();
     QVERIFY(d);
     RawWall raw(d);
     QVERIFY(raw.ok());
@@ -201,9 +223,9 @@ void TvWallScenesTest::audioOfOneSubWindow()
     QCOMPARE(worker()->getAudioStatusGet(1, 2, Handle()), false);
 }
 
-void TvWallScenesTest::hdmiConnectors()
+void TestDeviceFiles::hdmiConnectors()
 {
-    vdec::VirtualDecoder* d = startDecoder(229, [](vdec::DecoderConfig& c) { c.hdmiInputs = { false, true, true }; });
+    vdec::VirtualDecoder* d = startDecoder([](vdec::DecoderConfig& c) { c.hdmiInputs = { false, true, true }; });
     QVERIFY(d);
     const Handle h = connectWorker(d);
     QVERIFY(h);
@@ -215,3 +237,6 @@ void TvWallScenesTest::hdmiConnectors()
     QCOMPARE(status.at(0), QVariantList({ 3, 0b110, 4, 0b1111 }));
     QCOMPARE(status.at(1), QVariantList({ CMATRIX_ERR_FAILED, 0, CMATRIX_ERR_FAILED, 0 }));
 }
+
+KVMS_TEST_CLASS(TestDeviceFiles)
+#include "TestDeviceFiles.moc"

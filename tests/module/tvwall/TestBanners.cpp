@@ -1,5 +1,10 @@
 // The banner through the worker, the decoder's record and the "bannerinfo" mirror.
-#include "ScenesTests.h"
+#include "RawWall.h"
+#include "WallRig.h"
+
+#include "QueuedSignalSpy.h"
+#include "SignalRecorder.h"
+#include "TestSuiteMain.h"
 
 #include "TestTimeout.h"
 #include "TvWallIni.h"
@@ -29,16 +34,30 @@ MatrixBannerInfo bannerOf(const QString& message, int h, int fontPercent)
     return banner;
 }
 
-int setBannerThroughWorker(const TvWallScenesTest::Handle& h, const MatrixBannerInfo& banner)
+int setBannerThroughWorker(const WallRig::Handle& h, const MatrixBannerInfo& banner)
 {
-    QueuedSignalSpy set(TvWallScenesTest::worker(), &MatrixSdkWorker::signalSetBannerResult);
-    TvWallScenesTest::worker()->setBanner(h, banner);
+    QueuedSignalSpy set(WallRig::worker(), &MatrixSdkWorker::signalSetBannerResult);
+    WallRig::worker()->setBanner(h, banner);
     return set.wait(scaled(5000)) ? set.at(0).at(0).toInt() : 1;
 }
 
 } // namespace
 
-void TvWallScenesTest::bannerFontSize_data()
+class TestBanners : public QObject, public WallRig {
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { QVERIFY(enterWorkDirectory()); }
+    void cleanup() { QVERIFY(settle()); }
+    void cleanupTestCase() { QVERIFY(leaveWorkDirectory()); }
+    void bannerFontSize_data();
+    void bannerFontSize();
+    void decoderBannerMirror_data();
+    void decoderBannerMirror();
+    void removedBannerKeepsTextAndColours();
+};
+
+void TestBanners::bannerFontSize_data()
 {
     QTest::addColumn<QString>("message");
     QTest::addColumn<int>("height");
@@ -50,14 +69,14 @@ void TvWallScenesTest::bannerFontSize_data()
     QTest::newRow("message cut to its field") << QString(2000, 'm') << 1000 << 10 << 100 << QByteArray(1023, 'm');
 }
 
-void TvWallScenesTest::bannerFontSize()
+void TestBanners::bannerFontSize()
 {
     QFETCH(QString, message);
     QFETCH(int, height);
     QFETCH(int, percent);
     QFETCH(int, fontSize);
     QFETCH(QByteArray, stored);
-    vdec::VirtualDecoder* d = startDecoder(220);
+    vdec::VirtualDecoder* d = startDecoder();
     QVERIFY(d);
     const Handle h = connectWorker(d);
     QVERIFY(h);
@@ -77,7 +96,7 @@ void TvWallScenesTest::bannerFontSize()
     QCOMPARE(ini.fontColor.name(), QStringLiteral("#102030"));
 }
 
-void TvWallScenesTest::decoderBannerMirror_data()
+void TestBanners::decoderBannerMirror_data()
 {
     QTest::addColumn<int>("show");
     QTest::addColumn<int>("height");
@@ -90,7 +109,7 @@ void TvWallScenesTest::decoderBannerMirror_data()
     QTest::newRow("hidden: width 0, the rest kept") << 0 << 200 << 50 << 0 << 25;
 }
 
-void TvWallScenesTest::decoderBannerMirror()
+void TestBanners::decoderBannerMirror()
 {
     QFETCH(int, show);
     QFETCH(int, height);
@@ -128,9 +147,9 @@ void TvWallScenesTest::decoderBannerMirror()
     QCOMPARE(ini.backColor.name(), QStringLiteral("#0000ff"));
 }
 
-void TvWallScenesTest::removedBannerKeepsTextAndColours()
+void TestBanners::removedBannerKeepsTextAndColours()
 {
-    vdec::VirtualDecoder* d = startDecoder(221);
+    vdec::VirtualDecoder* d = startDecoder();
     QVERIFY(d);
     const Handle h = connectWorker(d);
     QVERIFY(h);
@@ -152,3 +171,6 @@ void TvWallScenesTest::removedBannerKeepsTextAndColours()
     QCOMPARE(ini.fontPercent, 50);
     QCOMPARE(ini.fontColor.name(), QStringLiteral("#102030"));
 }
+
+KVMS_TEST_CLASS(TestBanners)
+#include "TestBanners.moc"

@@ -1,7 +1,8 @@
-#include "ScenesTests.h"
+#include "RawWall.h"
 
-#include "TestMain.h"
 #include "WireBuilders.h"
+
+#include "core/VirtualDecoder.h"
 
 RawWall::RawWall(const vdec::VirtualDecoder* decoder)
 {
@@ -47,26 +48,3 @@ int RawWall::createScheme(uint32_t id, const char* name, const QStringList& sour
     }
     return CMatrix_SchemeAddDevices(m_sdk.handle(), id, devices.data(), int(devices.size()), true);
 }
-
-vdec::VirtualDecoder* TvWallScenesTest::startDecoder(int host, const kvmstest::DecoderFixture::Tweak& tweak)
-{
-    return fixture_.startDecoder(host, tweak);
-}
-
-void TvWallScenesTest::initTestCase()
-{
-    QVERIFY(enterWorkDirectory());
-}
-
-void TvWallScenesTest::cleanup()
-{
-    QVERIFY(settleWorker());
-    fixture_.cleanup();
-}
-
-void TvWallScenesTest::cleanupTestCase()
-{
-    QVERIFY(leaveWorkDirectory());
-}
-
-KVMS_TEST_MAIN(TvWallScenesTest)

@@ -1,6 +1,11 @@
 // Loops through the worker: ids, edits, the sources as the decoder stores them, and a loop that
 // really turns in a window.
-#include "ScenesTests.h"
+#include "RawWall.h"
+#include "WallRig.h"
+
+#include "QueuedSignalSpy.h"
+#include "SignalRecorder.h"
+#include "TestSuiteMain.h"
 
 #include "SchemeDeviceRecord.h"
 #include "TestTimeout.h"
@@ -43,7 +48,23 @@ QStringList sourceIdsOf(const vdec::Scheme* scheme)
 
 } // namespace
 
-void TvWallScenesTest::savingALoop_data()
+class TestLoops : public QObject, public WallRig {
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { QVERIFY(enterWorkDirectory()); }
+    void cleanup() { QVERIFY(settle()); }
+    void cleanupTestCase() { QVERIFY(leaveWorkDirectory()); }
+    void savingALoop_data();
+    void savingALoop();
+    void protocolNames_data();
+    void protocolNames();
+    void listSkipsEmptySources();
+    void startedLoopTurnsAndStops_data();
+    void startedLoopTurnsAndStops();
+};
+
+void TestLoops::savingALoop_data()
 {
     QTest::addColumn<QList<int>>("existing"); // schemes "old" of Cam-1, Cam-2, Cam-3
     QTest::addColumn<int>("loopId"); // 0: a new loop
@@ -56,13 +77,13 @@ void TvWallScenesTest::savingALoop_data()
     QTest::newRow("delete refused, nothing written") << four << 4 << int(CMATRIX_ERR_BUSY) << 4;
 }
 
-void TvWallScenesTest::savingALoop()
+void TestLoops::savingALoop()
 {
     QFETCH(QList<int>, existing);
     QFETCH(int, loopId);
     QFETCH(int, deleteFault);
     QFETCH(int, expectedId);
-    vdec::VirtualDecoder* d = startDecoder(210);
+    vdec::VirtualDecoder* d = startDecoder();
     QVERIFY(d);
     RawWall raw(d);
     QVERIFY(raw.ok());
@@ -90,7 +111,7 @@ void TvWallScenesTest::savingALoop()
     QCOMPARE(int(s.schemes.size()), existing.size() + (loopId ? 0 : 1));
 }
 
-void TvWallScenesTest::protocolNames_data()
+void TestLoops::protocolNames_data()
 {
     QTest::addColumn<int>("protocol");
     QTest::addColumn<QString>("name");
@@ -103,7 +124,7 @@ void TvWallScenesTest::protocolNames_data()
     QTest::newRow("negative") << -1 << "";
 }
 
-void TvWallScenesTest::protocolNames()
+void TestLoops::protocolNames()
 {
     QFETCH(int, protocol);
     QFETCH(QString, name);
@@ -128,9 +149,9 @@ void TvWallScenesTest::protocolNames()
     QCOMPARE(record.port, 554);
 }
 
-void TvWallScenesTest::listSkipsEmptySources()
+void TestLoops::listSkipsEmptySources()
 {
-    vdec::VirtualDecoder* d = startDecoder(213);
+    vdec::VirtualDecoder* d = startDecoder();
     QVERIFY(d);
     RawWall raw(d);
     QVERIFY(raw.ok());
@@ -153,7 +174,7 @@ void TvWallScenesTest::listSkipsEmptySources()
     QCOMPARE(loops.at(1).loopId, 5);
 }
 
-void TvWallScenesTest::startedLoopTurnsAndStops_data()
+void TestLoops::startedLoopTurnsAndStops_data()
 {
     QTest::addColumn<int>("division");
     QTest::addColumn<int>("startIndex");
@@ -162,13 +183,13 @@ void TvWallScenesTest::startedLoopTurnsAndStops_data()
     QTest::newRow("four sub-windows, unset start") << 4 << -1 << 0;
 }
 
-void TvWallScenesTest::startedLoopTurnsAndStops()
+void TestLoops::startedLoopTurnsAndStops()
 {
     QFETCH(int, division);
     QFETCH(int, startIndex);
     QFETCH(int, startSentAs);
     // A loop second lasts 40 ms here, so the window turns within the test.
-    vdec::VirtualDecoder* d = startDecoder(214, [](vdec::DecoderConfig& c) { c.turnUnitMs = 40; });
+    vdec::VirtualDecoder* d = startDecoder([](vdec::DecoderConfig& c) { c.turnUnitMs = 40; });
     QVERIFY(d);
     RawWall raw(d);
     QVERIFY(raw.ok());
@@ -214,3 +235,6 @@ void TvWallScenesTest::startedLoopTurnsAndStops()
     QVERIFY(log.contains(QRegularExpression(
         R"(\{ funcName = removeMatrixLoopInfo , params \{ mHandle = 0x[0-9a-f]+ , windowId = \d{4}-\d\d-\d\d \d\d:\d\d:\d\d , loopId = 3 \} , ret = 0 , time = )")));
 }
+
+KVMS_TEST_CLASS(TestLoops)
+#include "TestLoops.moc"

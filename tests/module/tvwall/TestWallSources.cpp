@@ -1,8 +1,10 @@
 // Binding sources through the worker: the descriptor each kind of source becomes on the
 // decoder, display devices fed by a media distribution, and pictures pushed after binding.
-#include "WindowsTests.h"
+#include "WallRig.h"
 
 #include "QueuedSignalSpy.h"
+#include "TestSuiteMain.h"
+
 #include "TestTimeout.h"
 #include "WireBuilders.h"
 
@@ -13,7 +15,24 @@
 using namespace kvms_matrix;
 using kvmstest::scaled;
 
-void TvWallWindowsTest::sourceDescriptors_data()
+class TestWallSources : public QObject, public WallRig {
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { QVERIFY(enterWorkDirectory()); }
+    void cleanup() { QVERIFY(settle()); }
+    void cleanupTestCase() { QVERIFY(leaveWorkDirectory()); }
+    void sourceDescriptors_data();
+    void sourceDescriptors();
+    void displayDeviceGetsADistribution();
+    void pictureIsPushedToItsSubWindow_data();
+    void pictureIsPushedToItsSubWindow();
+    void distributionEndsWithItsBinding_data();
+    void distributionEndsWithItsBinding();
+    void dropIntoAWallOfDisplayDevicesIsBounded();
+};
+
+void TestWallSources::sourceDescriptors_data()
 {
     QTest::addColumn<int>("type");
     QTest::addColumn<int>("stream");
@@ -57,7 +76,7 @@ void TvWallWindowsTest::sourceDescriptors_data()
         << B { QByteArray(31, 'K'), QString(49, e.at(0)).toUtf8(), "", "" } << 1;
 }
 
-void TvWallWindowsTest::sourceDescriptors()
+void TestWallSources::sourceDescriptors()
 {
     QFETCH(int, type);
     QFETCH(int, stream);
@@ -65,7 +84,7 @@ void TvWallWindowsTest::sourceDescriptors()
     QFETCH(QList<int>, sent);
     QFETCH(QByteArrayList, sentTexts);
     QFETCH(int, readType);
-    const Handle h = wallOn(241, 1, 1);
+    const Handle h = wallOn(1, 1);
     QVERIFY(h);
     MatrixWindowInfo window = windowInfo(1, 1);
     MatrixDeviceInfo& device = window.subWindows[0].device;
@@ -91,9 +110,9 @@ void TvWallWindowsTest::sourceDescriptors()
     QCOMPARE(readWall(h).at(0).subWindows.at(0).device.deviceType, readType);
 }
 
-void TvWallWindowsTest::displayDeviceGetsADistribution()
+void TestWallSources::displayDeviceGetsADistribution()
 {
-    const Handle h = wallOn(242, 1, 1);
+    const Handle h = wallOn(1, 1);
     QVERIFY(h);
 
     MatrixWindowInfo window = windowInfo(1, 1);
@@ -138,17 +157,17 @@ void TvWallWindowsTest::displayDeviceGetsADistribution()
     QTRY_VERIFY_WITH_TIMEOUT(decoder_->snapshot().distributions.empty(), scaled(5000));
 }
 
-void TvWallWindowsTest::pictureIsPushedToItsSubWindow_data()
+void TestWallSources::pictureIsPushedToItsSubWindow_data()
 {
     QTest::addColumn<int>("bound"); // what the decoder answers to the binding
     QTest::newRow("bound") << CMATRIX_OK;
     QTest::newRow("binding refused: pushed all the same") << CMATRIX_ERR_BUSY;
 }
 
-void TvWallWindowsTest::pictureIsPushedToItsSubWindow()
+void TestWallSources::pictureIsPushedToItsSubWindow()
 {
     QFETCH(int, bound);
-    const Handle h = wallOn(243, 1, 1);
+    const Handle h = wallOn(1, 1);
     QVERIFY(h);
     QCOMPARE(CMatrix_WindowSetDivision(*sdk_, 1, 4), CMATRIX_OK);
     QImage image(64, 48, QImage::Format_RGB32);
@@ -179,17 +198,17 @@ void TvWallWindowsTest::pictureIsPushedToItsSubWindow()
     QVERIFY(line.match(logText()).hasMatch());
 }
 
-void TvWallWindowsTest::distributionEndsWithItsBinding_data()
+void TestWallSources::distributionEndsWithItsBinding_data()
 {
     QTest::addColumn<bool>("bindingRefused"); // else: bound, then the connection is closed
     QTest::newRow("binding refused") << true;
     QTest::newRow("connection closed") << false;
 }
 
-void TvWallWindowsTest::distributionEndsWithItsBinding()
+void TestWallSources::distributionEndsWithItsBinding()
 {
     QFETCH(bool, bindingRefused);
-    const Handle h = wallOn(248, 1, 1);
+    const Handle h = wallOn(1, 1);
     QVERIFY(h);
     MatrixWindowInfo window = windowInfo(1, 1);
     MatrixDeviceInfo& pc = window.subWindows[0].device;
@@ -207,3 +226,38 @@ void TvWallWindowsTest::distributionEndsWithItsBinding()
     QVERIFY(worker()->mdRegistry().empty());
     QTRY_VERIFY_WITH_TIMEOUT(decoder_->snapshot().distributions.empty(), scaled(5000));
 }
+
+// A display device dropped into one sub-window of a 5 x 5 wall whose window of 25 already shows
+// display devices: each of them asks what the decoder holds, and the wall must be read once for
+// the whole binding, not once per device (some 650 round trips instead of 30).
+void TestWallSources::dropIntoAWallOfDisplayDevicesIsBounded()
+{
+    const Handle h = wallOn(5, 5);
+    QVERIFY(h);
+    constexpr int kDivision = 25;
+    QCOMPARE(CMatrix_WindowSetDivision(*sdk_, 3, kDivision), CMATRIX_OK);
+    MatrixWindowInfo window = windowInfo(3, kDivision);
+    std::vector<DeviceInfo_t> held;
+    for (int k = 0; k < kDivision; ++k) {
+        MatrixDeviceInfo& pc = window.subWindows[k].device;
+        pc.deviceType = 2;
+        pc.deviceId = QStringLiteral("pc-%1").arg(k + 1);
+        pc.channel = 100 + k;
+        DeviceInfo_t d = kvmstest::device(k + 1, qPrintable(pc.deviceId));
+        d.channel = pc.channel;
+        d.protocol = 7; // the decoder pulls it already
+        held.push_back(d);
+    }
+    QCOMPARE(CMatrix_WindowDeviceAdd(*sdk_, 3, held.data(), kDivision, true), CMATRIX_OK);
+    MatrixDeviceInfo& dropped = window.subWindows[12].device;
+    dropped.deviceId = QStringLiteral("new-pc");
+    dropped.channel = 0; // new: a channel is found and a distribution started
+
+    const int before = decoder_->journal().total();
+    QCOMPARE(bind(h, window, 13), CMATRIX_OK);
+    const int trips = decoder_->journal().total() - before;
+    QVERIFY2(trips <= 2 * kDivision, qPrintable(QStringLiteral("%1 round trips").arg(trips)));
+}
+
+KVMS_TEST_CLASS(TestWallSources)
+#include "TestWallSources.moc"

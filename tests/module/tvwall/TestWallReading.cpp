@@ -1,6 +1,9 @@
 // Reading a wall through the worker: how each window lies on the grid, what each bound source
 // is taken for, and the call log lines of a read.
-#include "WindowsTests.h"
+#include "WallRig.h"
+
+#include "QueuedSignalSpy.h"
+#include "TestSuiteMain.h"
 
 #include "WireBuilders.h"
 
@@ -9,7 +12,19 @@
 
 using namespace kvms_matrix;
 
-void TvWallWindowsTest::windowsReadBack_data()
+class TestWallReading : public QObject, public WallRig {
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { QVERIFY(enterWorkDirectory()); }
+    void cleanup() { QVERIFY(settle()); }
+    void cleanupTestCase() { QVERIFY(leaveWorkDirectory()); }
+    void windowsReadBack_data();
+    void windowsReadBack();
+    void readingIsLogged();
+};
+
+void TestWallReading::windowsReadBack_data()
 {
     QTest::addColumn<int>("side"); // a wall of side x side cells
     QTest::addColumn<QList<int>>("covered"); // cell windows deleted before the window is added
@@ -29,7 +44,7 @@ void TvWallWindowsTest::windowsReadBack_data()
         << 2 << QList<int> { 4 } << QList<int> { 4, 16384, 16384, 8000, 8000, 0 } << 0 << 1 << QList<int> {};
 }
 
-void TvWallWindowsTest::windowsReadBack()
+void TestWallReading::windowsReadBack()
 {
     QFETCH(int, side);
     QFETCH(QList<int>, covered);
@@ -37,7 +52,7 @@ void TvWallWindowsTest::windowsReadBack()
     QFETCH(int, type);
     QFETCH(int, spanRows);
     QFETCH(QList<int>, cells);
-    const Handle h = wallOn(230, side, side);
+    const Handle h = wallOn(side, side);
     QVERIFY(h);
     const std::vector<uint32_t> ids(covered.begin(), covered.end());
     QVERIFY(ids.empty() || CMatrix_WindowDel(*sdk_, ids.data(), int(ids.size())) == CMATRIX_OK);
@@ -67,9 +82,9 @@ void TvWallWindowsTest::windowsReadBack()
     QCOMPARE(w.subWindows[0].subWindowId, type == 2 ? -1 : 1);
 }
 
-void TvWallWindowsTest::readingIsLogged()
+void TestWallReading::readingIsLogged()
 {
-    const Handle h = wallOn(233, 1, 2);
+    const Handle h = wallOn(1, 2);
     QVERIFY(h);
     QCOMPARE(CMatrix_WindowSetDivision(*sdk_, 2, 4), CMATRIX_OK);
     QCOMPARE(readWall(h).size(), 2);
@@ -89,3 +104,6 @@ void TvWallWindowsTest::readingIsLogged()
     for (const QString& pattern : expected)
         QVERIFY2(QRegularExpression(pattern.arg(handle, end)).match(log).hasMatch(), qPrintable(pattern));
 }
+
+KVMS_TEST_CLASS(TestWallReading)
+#include "TestWallReading.moc"

@@ -1,7 +1,9 @@
 // A new layout through the worker, and read back.
-#include "WindowsTests.h"
+#include "WallRig.h"
 
 #include "QueuedSignalSpy.h"
+#include "TestSuiteMain.h"
+
 #include "TestTimeout.h"
 #include "WireBuilders.h"
 
@@ -24,11 +26,23 @@ MatrixInfo screensOf(const vdec::VirtualDecoder* d, const QList<int>& positions)
 
 } // namespace
 
-void TvWallWindowsTest::newLayoutStartsCleanAndReadsBack()
+class TestWallLayout : public QObject, public WallRig {
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { QVERIFY(enterWorkDirectory()); }
+    void cleanup() { QVERIFY(settle()); }
+    void cleanupTestCase() { QVERIFY(leaveWorkDirectory()); }
+    void newLayoutStartsCleanAndReadsBack();
+    void layoutWithinWhatTheDecoderHolds_data();
+    void layoutWithinWhatTheDecoderHolds();
+};
+
+void TestWallLayout::newLayoutStartsCleanAndReadsBack()
 {
-    const Handle h = wallOn(244, 2, 2);
+    const Handle h = wallOn(2, 2);
     vdec::VirtualDecoder* main = decoder_;
-    vdec::VirtualDecoder* second = startDecoder(245);
+    vdec::VirtualDecoder* second = startDecoder();
     QVERIFY(h && second && connectWorker(second));
     SchemeInfo_t scheme {};
     scheme.id = 3;
@@ -87,7 +101,7 @@ void TvWallWindowsTest::newLayoutStartsCleanAndReadsBack()
     }
 }
 
-void TvWallWindowsTest::layoutWithinWhatTheDecoderHolds_data()
+void TestWallLayout::layoutWithinWhatTheDecoderHolds_data()
 {
     QTest::addColumn<int>("side");
     QTest::addColumn<int>("ret");
@@ -95,11 +109,11 @@ void TvWallWindowsTest::layoutWithinWhatTheDecoderHolds_data()
     QTest::newRow("17 x 17, refused untouched") << 17 << CMATRIX_ERR_LIMIT;
 }
 
-void TvWallWindowsTest::layoutWithinWhatTheDecoderHolds()
+void TestWallLayout::layoutWithinWhatTheDecoderHolds()
 {
     QFETCH(int, side);
     QFETCH(int, ret);
-    const Handle h = wallOn(249, 2, 2);
+    const Handle h = wallOn(2, 2);
     QVERIFY(h);
     QCOMPARE(CMatrix_SceneCreate(*sdk_, 1, "Day"), CMATRIX_OK);
     QueuedSignalSpy laid(worker(), &MatrixSdkWorker::signalSetLayoutResult);
@@ -110,3 +124,6 @@ void TvWallWindowsTest::layoutWithinWhatTheDecoderHolds()
     QCOMPARE(int(s.windows.size()), ret == CMATRIX_OK ? side * side : 4);
     QCOMPARE(s.scenes.size(), size_t(ret == CMATRIX_OK ? 0 : 1));
 }
+
+KVMS_TEST_CLASS(TestWallLayout)
+#include "TestWallLayout.moc"

@@ -1,9 +1,11 @@
 // Windows through the worker: spliced and floating windows, divisions, clearing, full screen,
 // moving, and every task refused without a usable connection.
-#include "WindowsTests.h"
+#include "WallRig.h"
+
+#include "QueuedSignalSpy.h"
+#include "TestSuiteMain.h"
 
 #include "MessageType.h"
-#include "QueuedSignalSpy.h"
 #include "SignalRecorder.h"
 #include "TestTimeout.h"
 #include "WireBuilders.h"
@@ -37,7 +39,26 @@ MatrixDeviceInfo camera(const QString& id)
 
 } // namespace
 
-void TvWallWindowsTest::addWindow_data()
+class TestWallWindows : public QObject, public WallRig {
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { QVERIFY(enterWorkDirectory()); }
+    void cleanup() { QVERIFY(settle()); }
+    void cleanupTestCase() { QVERIFY(leaveWorkDirectory()); }
+    void addWindow_data();
+    void addWindow();
+    void removingASplicedWindowGivesItsCellsBack();
+    void split_data();
+    void split();
+    void clearingOneSubWindowRewritesTheOthers();
+    void clearingAWholeWindowStopsItsLoop();
+    void fullScreenAndMove();
+    void withoutUsableConnection_data();
+    void withoutUsableConnection();
+};
+
+void TestWallWindows::addWindow_data()
 {
     QTest::addColumn<int>("type");
     QTest::addColumn<QList<int>>("window"); // id, x, y, w, h
@@ -54,14 +75,14 @@ void TvWallWindowsTest::addWindow_data()
         << 1 << QList<int> { 1, 0, 0, 32768, 16384 } << QList<int> { 1, 7 } << int(CMATRIX_ERR_WINDOW_NOT_FOUND) << 4;
 }
 
-void TvWallWindowsTest::addWindow()
+void TestWallWindows::addWindow()
 {
     QFETCH(int, type);
     QFETCH(QList<int>, window);
     QFETCH(QList<int>, cells);
     QFETCH(int, ret);
     QFETCH(int, windowsAfter);
-    const Handle h = wallOn(234, 2, 2);
+    const Handle h = wallOn(2, 2);
     QVERIFY(h);
     MatrixWindowInfo info;
     info.windowType = type;
@@ -86,9 +107,9 @@ void TvWallWindowsTest::addWindow()
     }
 }
 
-void TvWallWindowsTest::removingASplicedWindowGivesItsCellsBack()
+void TestWallWindows::removingASplicedWindowGivesItsCellsBack()
 {
-    const Handle h = wallOn(235, 4, 4);
+    const Handle h = wallOn(4, 4);
     QVERIFY(h);
     const std::vector<uint32_t> block { 6, 7, 10, 11 };
     QCOMPARE(CMatrix_WindowDel(*sdk_, block.data(), 4), CMATRIX_OK);
@@ -111,7 +132,7 @@ void TvWallWindowsTest::removingASplicedWindowGivesItsCellsBack()
     }
 }
 
-void TvWallWindowsTest::split_data()
+void TestWallWindows::split_data()
 {
     QTest::addColumn<int>("windowId");
     QTest::addColumn<int>("split");
@@ -122,12 +143,12 @@ void TvWallWindowsTest::split_data()
     QTest::newRow("unknown window") << 77 << 4 << int(CMATRIX_ERR_WINDOW_NOT_FOUND);
 }
 
-void TvWallWindowsTest::split()
+void TestWallWindows::split()
 {
     QFETCH(int, windowId);
     QFETCH(int, split);
     QFETCH(int, ret);
-    const Handle h = wallOn(236, 2, 2);
+    const Handle h = wallOn(2, 2);
     QVERIFY(h);
     QCOMPARE(CMatrix_WindowSetDivision(*sdk_, 1, 9), CMATRIX_OK);
     const DeviceInfo_t bound = kvmstest::device(2, "AB2");
@@ -146,9 +167,9 @@ void TvWallWindowsTest::split()
     QCOMPARE(decoder_->snapshot().window(1)->division, ret == CMATRIX_OK ? split : 9);
 }
 
-void TvWallWindowsTest::clearingOneSubWindowRewritesTheOthers()
+void TestWallWindows::clearingOneSubWindowRewritesTheOthers()
 {
-    const Handle h = wallOn(237, 2, 2);
+    const Handle h = wallOn(2, 2);
     QVERIFY(h);
     QCOMPARE(CMatrix_WindowSetDivision(*sdk_, 2, 4), CMATRIX_OK);
     MatrixWindowInfo window = windowInfo(2, 4);
@@ -179,9 +200,9 @@ void TvWallWindowsTest::clearingOneSubWindowRewritesTheOthers()
     QCOMPARE(QList<int>({ emptied.protocol, emptied.channel, emptied.stream }), QList<int>({ 8, 3, -1 }));
 }
 
-void TvWallWindowsTest::clearingAWholeWindowStopsItsLoop()
+void TestWallWindows::clearingAWholeWindowStopsItsLoop()
 {
-    const Handle h = wallOn(238, 2, 2);
+    const Handle h = wallOn(2, 2);
     QVERIFY(h);
     SchemeInfo_t scheme {};
     scheme.id = 1;
@@ -206,9 +227,9 @@ void TvWallWindowsTest::clearingAWholeWindowStopsItsLoop()
     QVERIFY(s.scheme(1)); // only the loop stops
 }
 
-void TvWallWindowsTest::fullScreenAndMove()
+void TestWallWindows::fullScreenAndMove()
 {
-    const Handle h = wallOn(239, 2, 2);
+    const Handle h = wallOn(2, 2);
     QVERIFY(h);
     QCOMPARE(CMatrix_WindowSetDivision(*sdk_, 1, 4), CMATRIX_OK);
     const MatrixWindow_t floating = kvmstest::window(9, 0, 0, 1000, 1000, true);
@@ -237,17 +258,17 @@ void TvWallWindowsTest::fullScreenAndMove()
     QCOMPARE(s.window(1)->fullScreenSub, 0);
 }
 
-void TvWallWindowsTest::withoutUsableConnection_data()
+void TestWallWindows::withoutUsableConnection_data()
 {
     QTest::addColumn<bool>("disconnected");
     QTest::newRow("null connection") << false;
     QTest::newRow("disconnected connection") << true;
 }
 
-void TvWallWindowsTest::withoutUsableConnection()
+void TestWallWindows::withoutUsableConnection()
 {
     QFETCH(bool, disconnected);
-    vdec::VirtualDecoder* d = startDecoder(240);
+    vdec::VirtualDecoder* d = startDecoder();
     QVERIFY(d);
     Handle connected = connectWorker(d); // the worker runs either way
     QVERIFY(connected);
@@ -301,3 +322,6 @@ void TvWallWindowsTest::withoutUsableConnection()
     QCOMPARE(recorder.total(), refused.size() + 2); // moving a window never answers
     QCOMPARE(requests(), seenBefore); // nothing reached the decoder
 }
+
+KVMS_TEST_CLASS(TestWallWindows)
+#include "TestWallWindows.moc"

@@ -1,23 +1,23 @@
-#include "WindowsTests.h"
+#include "WallRig.h"
 
 #include "QueuedSignalSpy.h"
-#include "TestMain.h"
 #include "TestTimeout.h"
 #include "WireBuilders.h"
 
+#include <climits>
 #include <vector>
 
 using namespace kvms_matrix;
 using kvmstest::scaled;
 
-vdec::VirtualDecoder* TvWallWindowsTest::startDecoder(int host)
+vdec::VirtualDecoder* WallRig::startDecoder(const kvmstest::DecoderFixture::Tweak& tweak)
 {
-    return fixture_.startDecoder(host);
+    return fixture_.startDecoder(0, tweak);
 }
 
-TvWallWindowsTest::Handle TvWallWindowsTest::wallOn(int host, int rows, int cols)
+WallRig::Handle WallRig::wallOn(int rows, int cols)
 {
-    decoder_ = startDecoder(host);
+    decoder_ = startDecoder();
     sdk_ = std::make_unique<kvmstest::SdkSession>();
     if (!decoder_ || sdk_->connect(decoder_) != CMATRIX_OK
         || CMatrix_SetMatrix(*sdk_, cols, rows, "Wall") != CMATRIX_OK)
@@ -33,7 +33,7 @@ TvWallWindowsTest::Handle TvWallWindowsTest::wallOn(int host, int rows, int cols
     return connectWorker(decoder_);
 }
 
-QList<MatrixWindowInfo> TvWallWindowsTest::readWall(const Handle& handle, int* rows, int* cols)
+QList<MatrixWindowInfo> WallRig::readWall(const Handle& handle, int* rows, int* cols)
 {
     QueuedSignalSpy read(worker(), &MatrixSdkWorker::signalGetWindowInfoResult);
     worker()->getWindowInfo(handle);
@@ -46,8 +46,7 @@ QList<MatrixWindowInfo> TvWallWindowsTest::readWall(const Handle& handle, int* r
     return read.at(0).at(0).value<QList<MatrixWindowInfo>>();
 }
 
-int TvWallWindowsTest::bind(
-    const Handle& handle, const MatrixWindowInfo& window, int subWindowId, MatrixWindowInfo* echoed)
+int WallRig::bind(const Handle& handle, const MatrixWindowInfo& window, int subWindowId, MatrixWindowInfo* echoed)
 {
     QueuedSignalSpy bound(worker(), &MatrixSdkWorker::signalSetWindowSignalSourceResult);
     worker()->setWindowSignalSource(handle, window, subWindowId, false);
@@ -58,22 +57,11 @@ int TvWallWindowsTest::bind(
     return bound.at(0).at(0).toInt();
 }
 
-void TvWallWindowsTest::initTestCase()
+bool WallRig::settle()
 {
-    QVERIFY(enterWorkDirectory());
-}
-
-void TvWallWindowsTest::cleanup()
-{
-    QVERIFY(settleWorker());
+    const bool settled = settleWorker();
     sdk_.reset();
     fixture_.cleanup();
     decoder_ = nullptr;
+    return settled;
 }
-
-void TvWallWindowsTest::cleanupTestCase()
-{
-    QVERIFY(leaveWorkDirectory());
-}
-
-KVMS_TEST_MAIN(TvWallWindowsTest)

@@ -1,5 +1,10 @@
 // Scenes through the worker, and every task of this area without a usable connection.
-#include "ScenesTests.h"
+#include "RawWall.h"
+#include "WallRig.h"
+
+#include "QueuedSignalSpy.h"
+#include "SignalRecorder.h"
+#include "TestSuiteMain.h"
 
 #include "TestTimeout.h"
 
@@ -21,7 +26,23 @@ int devIdShown(const vdec::Window* window, int sub)
 
 } // namespace
 
-void TvWallScenesTest::newSceneId_data()
+class TestScenes : public QObject, public WallRig {
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { QVERIFY(enterWorkDirectory()); }
+    void cleanup() { QVERIFY(settle()); }
+    void cleanupTestCase() { QVERIFY(leaveWorkDirectory()); }
+    void newSceneId_data();
+    void newSceneId();
+    void renameStoresTheCurrentWall_data();
+    void renameStoresTheCurrentWall();
+    void restoreListAndRemove();
+    void withoutConnection_data();
+    void withoutConnection();
+};
+
+void TestScenes::newSceneId_data()
 {
     QTest::addColumn<QList<int>>("existing");
     QTest::addColumn<int>("requested");
@@ -38,7 +59,7 @@ void TvWallScenesTest::newSceneId_data()
     QTest::newRow("name cut to its field") << QList<int> {} << -1 << 1 << 1 << 0 << QString(150, QChar(0x00E9));
 }
 
-void TvWallScenesTest::newSceneId()
+void TestScenes::newSceneId()
 {
     QFETCH(QList<int>, existing);
     QFETCH(int, requested);
@@ -46,7 +67,7 @@ void TvWallScenesTest::newSceneId()
     QFETCH(int, scenesAfter);
     QFETCH(int, listRead);
     QFETCH(QString, name);
-    vdec::VirtualDecoder* d = startDecoder(200);
+    vdec::VirtualDecoder* d = startDecoder();
     QVERIFY(d);
     RawWall raw(d);
     QVERIFY(raw.ok());
@@ -73,7 +94,7 @@ void TvWallScenesTest::newSceneId()
     QCOMPARE(QString::fromStdString(s.scene(kept)->name), listRead == CMATRIX_OK ? name.left(49) : "old");
 }
 
-void TvWallScenesTest::renameStoresTheCurrentWall_data()
+void TestScenes::renameStoresTheCurrentWall_data()
 {
     QTest::addColumn<int>("sceneId");
     QTest::addColumn<int>("ret");
@@ -81,11 +102,11 @@ void TvWallScenesTest::renameStoresTheCurrentWall_data()
     QTest::newRow("unknown scene writes nothing") << 6 << CMATRIX_ERR_SCENE_NOT_FOUND;
 }
 
-void TvWallScenesTest::renameStoresTheCurrentWall()
+void TestScenes::renameStoresTheCurrentWall()
 {
     QFETCH(int, sceneId);
     QFETCH(int, ret);
-    vdec::VirtualDecoder* d = startDecoder(201);
+    vdec::VirtualDecoder* d = startDecoder();
     QVERIFY(d);
     RawWall raw(d);
     QVERIFY(raw.ok());
@@ -112,9 +133,9 @@ void TvWallScenesTest::renameStoresTheCurrentWall()
     QCOMPARE(devIdShown(&scene->windows.front(), 1), ret == CMATRIX_OK ? 2 : 1);
 }
 
-void TvWallScenesTest::restoreListAndRemove()
+void TestScenes::restoreListAndRemove()
 {
-    vdec::VirtualDecoder* d = startDecoder(202);
+    vdec::VirtualDecoder* d = startDecoder();
     QVERIFY(d);
     RawWall raw(d);
     QVERIFY(raw.ok());
@@ -163,12 +184,12 @@ struct Operation {
     const char* signal;
     bool silentWithNull; // no answer at all for a null handle
     bool silentWhenDisconnected;
-    std::function<void(MatrixSdkWorker*, const TvWallScenesTest::Handle&)> queue;
+    std::function<void(MatrixSdkWorker*, const WallRig::Handle&)> queue;
 };
 
 const QList<Operation>& operations()
 {
-    using H = TvWallScenesTest::Handle;
+    using H = WallRig::Handle;
     static const QList<Operation> list = {
         { "signalSaveSceneResult", false, false,
             [](MatrixSdkWorker* w, const H& h) { w->saveScene(h, -1, "x", nullptr); } },
@@ -199,7 +220,7 @@ const QList<Operation>& operations()
 
 } // namespace
 
-void TvWallScenesTest::withoutConnection_data()
+void TestScenes::withoutConnection_data()
 {
     QTest::addColumn<int>("operation");
     QTest::addColumn<bool>("disconnected"); // else a null handle
@@ -210,11 +231,11 @@ void TvWallScenesTest::withoutConnection_data()
     }
 }
 
-void TvWallScenesTest::withoutConnection()
+void TestScenes::withoutConnection()
 {
     QFETCH(int, operation);
     QFETCH(bool, disconnected);
-    vdec::VirtualDecoder* d = startDecoder(204);
+    vdec::VirtualDecoder* d = startDecoder();
     QVERIFY(d);
     MatrixSdkWorker* w = worker();
     Handle h = connectWorker(d); // also makes sure the worker's thread runs
@@ -239,3 +260,6 @@ void TvWallScenesTest::withoutConnection()
     QCOMPARE(recorder.argsOf(op.signal).at(0).at(0).toInt(), CMATRIX_ERR_FAILED);
     QCOMPARE(int(d->snapshot().scenes.size()), int(before.scenes.size()));
 }
+
+KVMS_TEST_CLASS(TestScenes)
+#include "TestScenes.moc"
