@@ -1,8 +1,10 @@
 // Searching: three rounds, one result, the found-device map and what it must not take.
-#include "WorkerDiscoveryTests.h"
-
+#include "DiscoveryRig.h"
 #include "FakeAnswerer.h"
+
+#include "LogInfo.h"
 #include "QueuedSignalSpy.h"
+#include "TestSuiteMain.h"
 #include "TestTimeout.h"
 
 #include "Messages.h"
@@ -33,37 +35,68 @@ QStringList keysOf(std::initializer_list<const vdec::VirtualDecoder*> decoders)
 
 } // namespace
 
-void TestWorkerDiscovery::decoderAnsweringEveryRoundIsListedOnce()
+class TestDiscovery : public QObject, public DiscoveryRig {
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void cleanup() { QVERIFY(settleDiscovery()); }
+    void decoderAnsweringEveryRoundIsListedOnce();
+    void foundRecordsTakeTheDescriptorFields();
+    void answersTheMapMustNotTake_data();
+    void answersTheMapMustNotTake();
+    void newSearchStartsAfresh();
+    void strayCallbacksAfterTheSearch_data();
+    void strayCallbacksAfterTheSearch();
+};
+
+void TestDiscovery::initTestCase()
 {
-    vdec::VirtualDecoder* small = startDecoder(180, [](vdec::DecoderConfig& c) {
+    QVERIFY(setUpDiscovery());
+    // Nobody answers, and the result still comes, once, after all three rounds of three probes:
+    // a second search shows no round of the first was left running.
+    FakeAnswerer mute(spare(0), spare(1), [](uint32_t) { return std::vector<FakeAnswerer::Datagram>(); });
+    QVERIFY(mute.isValid());
+    QueuedSignalSpy results(worker(), &MatrixSdkWorker::signalSearchMatrixResult);
+    QVERIFY(search(mute.target()).isEmpty());
+    QCOMPARE(mute.probes(), kProbesPerSearch);
+    QVERIFY(search(mute.target()).isEmpty());
+    QCOMPARE(results.count(), 2);
+    QCOMPARE(mute.probes(), 2 * kProbesPerSearch);
+    QVERIFY(worker()->isWorkerRunning());
+}
+
+void TestDiscovery::decoderAnsweringEveryRoundIsListedOnce()
+{
+    vdec::VirtualDecoder* small = startDecoder([](vdec::DecoderConfig& c) {
         c.model = QStringLiteral("VD-800");
         c.firmwareVersion = QStringLiteral("V1.1.0 build 240301");
     });
-    vdec::VirtualDecoder* medium = startDecoder(181);
-    vdec::VirtualDecoder* large = startDecoder(182, [](vdec::DecoderConfig& c) {
+    vdec::VirtualDecoder* medium = startDecoder();
+    vdec::VirtualDecoder* large = startDecoder([](vdec::DecoderConfig& c) {
         c.model = QStringLiteral("VD-3200");
         c.factoryNew = true;
     });
     QVERIFY(small && medium && large);
 
-    int published = 0;
-    const InfoMap found = search(targetOf(small) + "," + targetOf(medium) + "," + targetOf(large), &published);
-    QCOMPARE(published, 1);
+    const InfoMap found = search(targetOf(small) + "," + targetOf(medium) + "," + targetOf(large));
     // Each unit answered all nine probes, and is listed once.
     for (vdec::VirtualDecoder* d : { small, medium, large })
         QCOMPARE(d->journal().count(MessageType::DiscoveryProbe), kProbesPerSearch);
     const QString line
         = QStringLiteral("%1: ip=%1 id=%2 type=%3 port=%4 manager=28000 screens=%5 status=%6 version=%7");
-    QCOMPARE(describe(found),
-        QStringList({
-            line.arg("127.0.0.180", "VD00000180", "1").arg(small->port()).arg(8).arg(1).arg("V1.1.0 build 240301"),
-            line.arg("127.0.0.181", "VD00000181", "1").arg(medium->port()).arg(16).arg(1).arg("V1.0.0 build 240101"),
-            line.arg("127.0.0.182", "VD00000182", "3").arg(large->port()).arg(32).arg(0).arg("V1.0.0 build 240101"),
-        }));
+    const auto lineOf = [&](const vdec::VirtualDecoder* d, const char* kind) {
+        return line.arg(d->address(), d->config().deviceId, kind).arg(d->port());
+    };
+    QMap<QString, QString> expected; // in the map's order
+    expected[small->address()] = lineOf(small, "1").arg(8).arg(1).arg("V1.1.0 build 240301");
+    expected[medium->address()] = lineOf(medium, "1").arg(16).arg(1).arg("V1.0.0 build 240101");
+    expected[large->address()] = lineOf(large, "3").arg(32).arg(0).arg("V1.0.0 build 240101");
+    QCOMPARE(describe(found), QStringList(expected.values()));
     QCOMPARE(describe(worker()->foundMatrixMap()), describe(found));
 }
 
-void TestWorkerDiscovery::foundRecordsTakeTheDescriptorFields()
+void TestDiscovery::foundRecordsTakeTheDescriptorFields()
 {
     struct Row {
         int modelClass;
@@ -79,7 +112,7 @@ void TestWorkerDiscovery::foundRecordsTakeTheDescriptorFields()
         std::strcpy(d.name, qPrintable(QStringLiteral("fw %1").arg(i)));
         return d;
     };
-    FakeAnswerer fake(QStringLiteral("127.0.0.185"), QStringLiteral("127.0.0.186"), [&](uint32_t id) {
+    FakeAnswerer fake(spare(0), spare(1), [&](uint32_t id) {
         std::vector<FakeAnswerer::Datagram> out;
         for (int i = 0; i < rows.size(); ++i) {
             DeviceInfo_t d = describeRow(i);
@@ -113,12 +146,13 @@ void TestWorkerDiscovery::foundRecordsTakeTheDescriptorFields()
     QCOMPARE(describe(found), expected);
 }
 
-void TestWorkerDiscovery::answersTheMapMustNotTake_data()
+void TestDiscovery::answersTheMapMustNotTake_data()
 {
     QTest::addColumn<Replies>("replies");
     QTest::addColumn<bool>("listed");
     using Datagrams = std::vector<FakeAnswerer::Datagram>;
-    const auto device = [](int32_t type = 9) { return FakeAnswerer::descriptor("FK-185", "127.0.0.185", type); };
+    const QByteArray fakeIp = spare(0).toLatin1();
+    const auto device = [=](int32_t type = 9) { return FakeAnswerer::descriptor("FK-1", fakeIp.constData(), type); };
     const auto ofType = [&](int32_t type) {
         return Replies([=](uint32_t id) { return Datagrams { { FakeAnswerer::answer(id, device(type)) } }; });
     };
@@ -135,28 +169,29 @@ void TestWorkerDiscovery::answersTheMapMustNotTake_data()
     QTest::newRow("address without terminator") << unterminated << false;
 }
 
-void TestWorkerDiscovery::answersTheMapMustNotTake()
+void TestDiscovery::answersTheMapMustNotTake()
 {
     QFETCH(Replies, replies);
     QFETCH(bool, listed);
-    vdec::VirtualDecoder* real = startDecoder(187);
+    vdec::VirtualDecoder* real = startDecoder();
     QVERIFY(real);
-    FakeAnswerer fake(QStringLiteral("127.0.0.185"), QStringLiteral("127.0.0.186"), replies);
+    FakeAnswerer fake(spare(0), spare(1), replies);
     QVERIFY(fake.isValid());
 
     const InfoMap found = search(fake.target() + "," + targetOf(real));
     QStringList keys = keysOf({ real });
     if (listed)
-        keys.prepend(QStringLiteral("127.0.0.185"));
+        keys.append(spare(0));
+    keys.sort();
     QCOMPARE(found.keys(), keys);
     QCOMPARE(fake.probes(), kProbesPerSearch);
     QCOMPARE(found.value(real->address()).id, real->config().deviceId);
 }
 
-void TestWorkerDiscovery::newSearchStartsAfresh()
+void TestDiscovery::newSearchStartsAfresh()
 {
-    vdec::VirtualDecoder* a = startDecoder(188);
-    vdec::VirtualDecoder* b = startDecoder(189);
+    vdec::VirtualDecoder* a = startDecoder();
+    vdec::VirtualDecoder* b = startDecoder();
     QVERIFY(a && b);
     const QByteArray targets = targetOf(a) + "," + targetOf(b);
     QCOMPARE(search(targets).keys(), keysOf({ a, b }));
@@ -169,7 +204,7 @@ void TestWorkerDiscovery::newSearchStartsAfresh()
     QCOMPARE(results.first().at(0).value<InfoMap>().keys(), keysOf({ a }));
 }
 
-void TestWorkerDiscovery::strayCallbacksAfterTheSearch_data()
+void TestDiscovery::strayCallbacksAfterTheSearch_data()
 {
     QTest::addColumn<bool>("finished");
     QTest::addColumn<bool>("withDevice");
@@ -180,28 +215,36 @@ void TestWorkerDiscovery::strayCallbacksAfterTheSearch_data()
     QTest::newRow("an answer without the worker") << false << true << false;
 }
 
-void TestWorkerDiscovery::strayCallbacksAfterTheSearch()
+void TestDiscovery::strayCallbacksAfterTheSearch()
 {
     QFETCH(bool, finished);
     QFETCH(bool, withDevice);
     QFETCH(bool, withWorker);
-    vdec::VirtualDecoder* d = startDecoder(190);
+    vdec::VirtualDecoder* d = startDecoder();
     QVERIFY(d);
     const InfoMap found = search(targetOf(d));
     QCOMPARE(found.keys(), keysOf({ d }));
     const int probes = d->journal().count(MessageType::DiscoveryProbe);
 
-    QueuedSignalSpy results(worker(), &MatrixSdkWorker::signalSearchMatrixResult);
-    const DeviceInfo_t stray = FakeAnswerer::descriptor("VD-STRAY", "127.0.0.191");
+    const QString strayIp = spare(2);
+    const DeviceInfo_t stray = FakeAnswerer::descriptor("VD-STRAY", strayIp.toLatin1().constData());
+    const auto roundsStarted = [] { return logText().count(QStringLiteral("Discovery_Start")); };
+    const int rounds = roundsStarted();
+    QVERIFY(rounds >= 3); // the search's own
+    // Called on this thread: a round it wrongly started, or a result it published, is there on return.
+    QSignalSpy direct(worker(), &MatrixSdkWorker::signalSearchMatrixResult);
     MatrixSdkWorker::searchMatrixCallback(finished, withDevice ? &stray : nullptr, withWorker ? worker() : nullptr);
-    QTest::qWait(450); // longer than a round: time for a wrongly started one to probe
-    QCOMPARE(results.count(), 0);
+    QCOMPARE(direct.count(), 0);
+    QCOMPARE(roundsStarted(), rounds);
     // A late decoder answer joins the map (a new search clears it); nothing else changes it.
     InfoMap expected = found;
     if (withDevice && withWorker)
-        expected.insert(QStringLiteral("127.0.0.191"), worker()->foundMatrixMap().value(QStringLiteral("127.0.0.191")));
+        expected.insert(strayIp, worker()->foundMatrixMap().value(strayIp));
     QCOMPARE(describe(worker()->foundMatrixMap()), describe(expected));
-    QCOMPARE(worker()->foundMatrixMap().value(QStringLiteral("127.0.0.191")).id,
+    QCOMPARE(worker()->foundMatrixMap().value(strayIp).id,
         withDevice && withWorker ? QStringLiteral("VD-STRAY") : QString(QChar(0xFFFF)));
     QCOMPARE(d->journal().count(MessageType::DiscoveryProbe), probes);
 }
+
+KVMS_TEST_CLASS(TestDiscovery)
+#include "TestDiscovery.moc"

@@ -1,8 +1,9 @@
 // Network settings read and changed through the worker, activation, and local addresses.
-#include "WorkerDiscoveryTests.h"
+#include "DiscoveryRig.h"
 
 #include "LocalAddressList.h"
 #include "QueuedSignalSpy.h"
+#include "TestSuiteMain.h"
 #include "TestTimeout.h"
 
 #include "Messages.h"
@@ -17,7 +18,25 @@ using kvms_matrix::MatrixInfo;
 using kvms_matrix::MatrixSdkWorker;
 using kvmstest::scaled;
 
-void TestWorkerDiscovery::addressChangeKeepsBothKeyForms_data()
+class TestNetworkSettings : public QObject, public DiscoveryRig {
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { QVERIFY(setUpDiscovery()); }
+    void cleanup() { QVERIFY(settleDiscovery()); }
+    void addressChangeKeepsBothKeyForms_data();
+    void addressChangeKeepsBothKeyForms();
+    void failedSetupLeavesTheMapAlone_data();
+    void failedSetupLeavesTheMapAlone();
+    void networkOfAnUnknownUnitIsZero();
+    void activation_data();
+    void activation();
+    void localAddressFilter_data();
+    void localAddressFilter();
+    void localAddressesOfThisWorkstation();
+};
+
+void TestNetworkSettings::addressChangeKeepsBothKeyForms_data()
 {
     QTest::addColumn<int>("type");
     QTest::addColumn<QString>("prefix");
@@ -25,11 +44,11 @@ void TestWorkerDiscovery::addressChangeKeepsBothKeyForms_data()
     QTest::newRow("type 3") << 3 << QStringLiteral("3~");
 }
 
-void TestWorkerDiscovery::addressChangeKeepsBothKeyForms()
+void TestNetworkSettings::addressChangeKeepsBothKeyForms()
 {
     QFETCH(int, type);
     QFETCH(QString, prefix);
-    vdec::VirtualDecoder* d = startDecoder(192);
+    vdec::VirtualDecoder* d = startDecoder();
     QVERIFY(d);
     // The unit is told over its loopback discovery port; 192.168.1.x are only texts in its record.
     QCOMPARE(Discovery_SetTargets(targetOf(d)), CMATRIX_OK);
@@ -68,7 +87,7 @@ void TestWorkerDiscovery::addressChangeKeepsBothKeyForms()
     QCOMPARE(search(targetOf(d)).keys(), QStringList({ "192.168.1.30" }));
 }
 
-void TestWorkerDiscovery::failedSetupLeavesTheMapAlone_data()
+void TestNetworkSettings::failedSetupLeavesTheMapAlone_data()
 {
     QTest::addColumn<QString>("password");
     QTest::addColumn<QString>("newIp");
@@ -86,15 +105,15 @@ void TestWorkerDiscovery::failedSetupLeavesTheMapAlone_data()
         << good << "192.168.1.40" << mask << true << CMATRIX_ERR_DEVICE_NOT_FOUND;
 }
 
-void TestWorkerDiscovery::failedSetupLeavesTheMapAlone()
+void TestNetworkSettings::failedSetupLeavesTheMapAlone()
 {
     QFETCH(QString, password);
     QFETCH(QString, newIp);
     QFETCH(QString, mask);
     QFETCH(bool, anotherUnit);
     QFETCH(int, result);
-    vdec::VirtualDecoder* d = startDecoder(193);
-    vdec::VirtualDecoder* gone = startDecoder(194);
+    vdec::VirtualDecoder* d = startDecoder();
+    vdec::VirtualDecoder* gone = startDecoder();
     QVERIFY(d && gone);
     gone->stop();
     const InfoMap before = search(targetOf(d) + "," + targetOf(gone));
@@ -105,14 +124,14 @@ void TestWorkerDiscovery::failedSetupLeavesTheMapAlone()
     QCOMPARE(QByteArray(d->snapshot().network.ipv4), d->address().toLatin1());
 }
 
-void TestWorkerDiscovery::networkOfAnUnknownUnitIsZero()
+void TestNetworkSettings::networkOfAnUnknownUnitIsZero()
 {
-    vdec::VirtualDecoder* d = startDecoder(195);
+    vdec::VirtualDecoder* d = startDecoder();
     QVERIFY(d);
     QCOMPARE(Discovery_SetTargets(targetOf(d)), CMATRIX_OK);
     MatrixInfo unknown;
     unknown.id = QStringLiteral("VD99999999");
-    unknown.ip = QStringLiteral("127.0.0.196");
+    unknown.ip = spare(0);
     QueuedSignalSpy read(worker(), &MatrixSdkWorker::signalGetMatrixNetworkResult);
     worker()->getMatrixNetworkInfo(unknown, 3);
     QVERIFY(read.wait(scaled(4000)));
@@ -122,7 +141,7 @@ void TestWorkerDiscovery::networkOfAnUnknownUnitIsZero()
     QCOMPARE(d->journal().count(MessageType::GetNetwork), 1); // asked, and kept quiet for another id
 }
 
-void TestWorkerDiscovery::activation_data()
+void TestNetworkSettings::activation_data()
 {
     QTest::addColumn<bool>("factoryNew");
     QTest::addColumn<QString>("address"); // empty: the unit's own
@@ -139,17 +158,17 @@ void TestWorkerDiscovery::activation_data()
     QTest::newRow("unit already active") << false << QString() << strong << CMATRIX_ERR_ALREADY_ACTIVE
                                          << CMATRIX_ERR_PASSWORD;
     QTest::newRow("nobody at that address")
-        << true << "127.0.0.198" << strong << CMATRIX_ERR_DEVICE_NOT_FOUND << CMATRIX_ERR_NOT_ACTIVATED;
+        << true << spare(1) << strong << CMATRIX_ERR_DEVICE_NOT_FOUND << CMATRIX_ERR_NOT_ACTIVATED;
 }
 
-void TestWorkerDiscovery::activation()
+void TestNetworkSettings::activation()
 {
     QFETCH(bool, factoryNew);
     QFETCH(QString, address);
     QFETCH(QString, password);
     QFETCH(int, result);
     QFETCH(int, login);
-    vdec::VirtualDecoder* d = startDecoder(197, [&](vdec::DecoderConfig& c) { c.factoryNew = factoryNew; });
+    vdec::VirtualDecoder* d = startDecoder([&](vdec::DecoderConfig& c) { c.factoryNew = factoryNew; });
     QVERIFY(d);
     QCOMPARE(Discovery_SetTargets(targetOf(d)), CMATRIX_OK);
 
@@ -172,7 +191,7 @@ void TestWorkerDiscovery::activation()
     QCOMPARE(connected.first().at(1).toInt(), login);
 }
 
-void TestWorkerDiscovery::localAddressFilter_data()
+void TestNetworkSettings::localAddressFilter_data()
 {
     QTest::addColumn<QStringList>("addresses");
     QTest::addColumn<QStringList>("usable");
@@ -184,7 +203,7 @@ void TestWorkerDiscovery::localAddressFilter_data()
         << QStringList { "192.168.1.5", "10.0.0.2", "192.168.1.5" } << QStringList { "192.168.1.5", "10.0.0.2" };
 }
 
-void TestWorkerDiscovery::localAddressFilter()
+void TestNetworkSettings::localAddressFilter()
 {
     QFETCH(QStringList, addresses);
     QFETCH(QStringList, usable);
@@ -194,7 +213,7 @@ void TestWorkerDiscovery::localAddressFilter()
     QCOMPARE(LocalAddressList::usableIpv4(hosts), usable);
 }
 
-void TestWorkerDiscovery::localAddressesOfThisWorkstation()
+void TestNetworkSettings::localAddressesOfThisWorkstation()
 {
     QStringList list { QStringLiteral("left from before") };
     QVERIFY(MatrixSdkWorker::getIpLocalAddress(list));
@@ -217,3 +236,6 @@ void TestWorkerDiscovery::localAddressesOfThisWorkstation()
     QVERIFY(!LocalAddressList::collect({}, list));
     QCOMPARE(SystemAssistant::recentMessages(), QStringList({ "Local ip address get failed" }));
 }
+
+KVMS_TEST_CLASS(TestNetworkSettings)
+#include "TestNetworkSettings.moc"

@@ -1,22 +1,25 @@
-#include "WorkerTests.h"
+#include "WorkerRig.h"
 
-#include "TestMain.h"
+#include "LoopbackPool.h"
 #include "TestTimeout.h"
 
 #include "KSingleton.h"
 #include "LogInfo.h"
+
+#include <QFile>
+#include <QtTest>
 
 using kvms_matrix::CSharedHandle;
 using kvms_matrix::MatrixInfo;
 using kvms_matrix::MatrixSdkWorker;
 using kvmstest::scaled;
 
-kvms_matrix::MatrixSdkWorker* TestWorker::worker()
+MatrixSdkWorker* WorkerRig::worker()
 {
     return KCOMMON::KSingleton<MatrixSdkWorker>::instance();
 }
 
-MatrixInfo TestWorker::infoOf(const vdec::VirtualDecoder* decoder, const QString& password)
+MatrixInfo WorkerRig::infoOf(const vdec::VirtualDecoder* decoder, const QString& password)
 {
     MatrixInfo info;
     info.type = 0;
@@ -29,7 +32,7 @@ MatrixInfo TestWorker::infoOf(const vdec::VirtualDecoder* decoder, const QString
     return info;
 }
 
-TestWorker::Handle TestWorker::rawConnection(const vdec::VirtualDecoder* decoder)
+WorkerRig::Handle WorkerRig::rawConnection(const vdec::VirtualDecoder* decoder)
 {
     Handle handle(new CSharedHandle(CMatrix_Create()));
     handle->setIp(decoder->address());
@@ -38,7 +41,7 @@ TestWorker::Handle TestWorker::rawConnection(const vdec::VirtualDecoder* decoder
     return rc == CMATRIX_OK ? handle : Handle();
 }
 
-TestWorker::Handle TestWorker::connectWorker(const vdec::VirtualDecoder* decoder, int* ret)
+WorkerRig::Handle WorkerRig::connectWorker(const vdec::VirtualDecoder* decoder, int* ret)
 {
     QueuedSignalSpy results(worker(), &MatrixSdkWorker::signalConnectMatrixResult);
     worker()->connectMatrix(infoOf(decoder), nullptr);
@@ -50,26 +53,40 @@ TestWorker::Handle TestWorker::connectWorker(const vdec::VirtualDecoder* decoder
     return args.at(1).toInt() == CMATRIX_OK ? args.at(0).value<Handle>() : Handle();
 }
 
-void TestWorker::initTestCase()
+QString WorkerRig::logText()
 {
-    QVERIFY(dir_.isValid());
-    vms_sdk::set_log_file(dir_.filePath("client.log"));
-    QVERIFY(worker());
-    QVERIFY(!worker()->isRunning());
+    QFile file(vms_sdk::log_file());
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
 }
 
-void TestWorker::cleanup()
+bool WorkerRig::setUp()
 {
-    // Leave the registry empty for the next slot: its disconnect tasks run while decoders live.
+    if (!dir_.isValid() || !worker())
+        return false;
+    vms_sdk::set_log_file(dir_.filePath("client.log"));
+    return true;
+}
+
+bool WorkerRig::settle()
+{
+    // The disconnect tasks run while the decoders still live.
     MatrixSdkWorker* w = worker();
+    bool settled = true;
     if (w->isRunning() && w->isWorkerRunning()) {
         w->disconnectAllMatrix();
-        QTRY_VERIFY_WITH_TIMEOUT(w->registeredHandles().isEmpty() && w->pendingTaskCount() == 0, scaled(10000));
+        settled = QTest::qWaitFor(
+            [w] { return w->registeredHandles().isEmpty() && w->pendingTaskCount() == 0; }, scaled(10000));
     } else {
         for (const QString& ip : w->registeredHandles().keys())
             w->removeHandle(ip);
     }
     fixture_.cleanup();
+    return settled;
 }
 
-KVMS_TEST_MAIN(TestWorker)
+QString WorkerRig::spare(int index)
+{
+    while (spares_.size() <= index)
+        spares_.append(kvmstest::LoopbackPool::claim());
+    return spares_.at(index);
+}

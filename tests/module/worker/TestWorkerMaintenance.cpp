@@ -1,6 +1,8 @@
 // Maintenance tasks end to end: firmware, factory reset, resolution, password, configuration
 // files and logs.
-#include "WorkerTests.h"
+#include "WorkerRig.h"
+
+#include "TestSuiteMain.h"
 
 #include "TestTimeout.h"
 #include "WireBuilders.h"
@@ -30,7 +32,7 @@ bool writeFile(const QString& path, const QByteArray& bytes)
 }
 
 // Sets the mode of all outputs through the worker and waits for the result.
-int setAllOutputs(MatrixSdkWorker* w, const TestWorker::Handle& h, const ScreenResolution_t& r)
+int setAllOutputs(MatrixSdkWorker* w, const WorkerRig::Handle& h, const ScreenResolution_t& r)
 {
     QueuedSignalSpy done(w, &MatrixSdkWorker::signalMatrixSetResolutionResult);
     w->setMatrixResolution(h, r, true);
@@ -39,7 +41,21 @@ int setAllOutputs(MatrixSdkWorker* w, const TestWorker::Handle& h, const ScreenR
 
 } // namespace
 
-void TestWorker::resolution_data()
+class TestWorkerMaintenance : public QObject, public WorkerRig {
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { QVERIFY(setUp()); }
+    void cleanup() { QVERIFY(settle()); }
+    void resolution_data();
+    void resolution();
+    void passwordModify();
+    void configurationLogsAndReset();
+    void firmwareUpdate_data();
+    void firmwareUpdate();
+};
+
+void TestWorkerMaintenance::resolution_data()
 {
     QTest::addColumn<ScreenResolution_t>("wanted");
     QTest::addColumn<bool>("setAll");
@@ -55,7 +71,7 @@ void TestWorker::resolution_data()
         << mode(1280, 720, 60, 4) << false << CMATRIX_ERR_INVALID_PARAM << ScreenResolution_t {} << factory;
 }
 
-void TestWorker::resolution()
+void TestWorkerMaintenance::resolution()
 {
     QFETCH(ScreenResolution_t, wanted);
     QFETCH(bool, setAll);
@@ -63,7 +79,7 @@ void TestWorker::resolution()
     QFETCH(ScreenResolution_t, outputAfter);
     QFETCH(ScreenResolution_t, allAfter);
     MatrixSdkWorker* w = worker();
-    vdec::VirtualDecoder* d = fixture_.startDecoder(134);
+    vdec::VirtualDecoder* d = fixture_.startDecoder();
     QVERIFY(d);
     const Handle h = connectWorker(d);
     QVERIFY(h);
@@ -85,10 +101,10 @@ void TestWorker::resolution()
         < d->journal().entries(MessageType::SetResolution).front().requestId);
 }
 
-void TestWorker::passwordModify()
+void TestWorkerMaintenance::passwordModify()
 {
     MatrixSdkWorker* w = worker();
-    vdec::VirtualDecoder* d = fixture_.startDecoder(135);
+    vdec::VirtualDecoder* d = fixture_.startDecoder();
     QVERIFY(d);
     const Handle h = connectWorker(d);
     QVERIFY(h);
@@ -113,10 +129,10 @@ void TestWorker::passwordModify()
 }
 
 // One decoder through export, import, logs and a factory reset, in the order an operator would.
-void TestWorker::configurationLogsAndReset()
+void TestWorkerMaintenance::configurationLogsAndReset()
 {
     MatrixSdkWorker* w = worker();
-    vdec::VirtualDecoder* d = fixture_.startDecoder(136);
+    vdec::VirtualDecoder* d = fixture_.startDecoder();
     QVERIFY(d);
     const Handle h = connectWorker(d);
     QVERIFY(h);
@@ -174,7 +190,7 @@ void TestWorker::configurationLogsAndReset()
     QCOMPARE(lost.at(0).at(1).toString(), d->address());
 }
 
-void TestWorker::firmwareUpdate_data()
+void TestWorkerMaintenance::firmwareUpdate_data()
 {
     QTest::addColumn<QByteArray>("image"); // empty: no file at all
     QTest::addColumn<int>("ret");
@@ -184,13 +200,13 @@ void TestWorker::firmwareUpdate_data()
     QTest::newRow("no file") << QByteArray() << CMATRIX_ERR_FILE_NOT_FOUND << "V1.0.0 build 240101";
 }
 
-void TestWorker::firmwareUpdate()
+void TestWorkerMaintenance::firmwareUpdate()
 {
     QFETCH(QByteArray, image);
     QFETCH(int, ret);
     QFETCH(QString, versionAfter);
     MatrixSdkWorker* w = worker();
-    vdec::VirtualDecoder* d = fixture_.startDecoder(138, [](vdec::DecoderConfig& c) { c.firmwareStepMs = 5; });
+    vdec::VirtualDecoder* d = fixture_.startDecoder(0, [](vdec::DecoderConfig& c) { c.firmwareStepMs = 5; });
     QVERIFY(d);
     const Handle h = connectWorker(d);
     QVERIFY(h);
@@ -221,3 +237,6 @@ void TestWorker::firmwareUpdate()
     QCOMPARE(last, ret == CMATRIX_OK ? 100 : 0);
     QTRY_COMPARE_WITH_TIMEOUT(d->snapshot().firmwareVersion, versionAfter, scaled(3000));
 }
+
+KVMS_TEST_CLASS(TestWorkerMaintenance)
+#include "TestWorkerMaintenance.moc"

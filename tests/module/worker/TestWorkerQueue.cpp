@@ -1,5 +1,7 @@
 // The queue and the loop: order, tasks without a handler, quitting, draining.
-#include "WorkerTests.h"
+#include "WorkerRig.h"
+
+#include "TestSuiteMain.h"
 
 #include "TestTimeout.h"
 
@@ -15,7 +17,7 @@ using namespace kvms_matrix;
 using cmatrix::wire::MessageType;
 using kvmstest::scaled;
 
-using QueueStep = std::function<void(MatrixSdkWorker*, const TestWorker::Handle&)>;
+using QueueStep = std::function<void(MatrixSdkWorker*, const WorkerRig::Handle&)>;
 Q_DECLARE_METATYPE(QueueStep)
 
 namespace {
@@ -34,11 +36,23 @@ QList<MessageType> requestsOf(vdec::VirtualDecoder* decoder)
 
 } // namespace
 
-void TestWorker::operationsBeforeFirstConnectWaitForIt()
+class TestWorkerQueue : public QObject, public WorkerRig {
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { QVERIFY(setUp()); }
+    void cleanup() { QVERIFY(settle()); }
+    void operationsBeforeFirstConnectWaitForIt();
+    void everySignalCanBeQueued();
+    void tasksWithoutHandlerAreDropped_data();
+    void tasksWithoutHandlerAreDropped();
+};
+
+void TestWorkerQueue::operationsBeforeFirstConnectWaitForIt()
 {
     MatrixSdkWorker* w = worker();
     QVERIFY2(!w->isRunning(), "this slot needs a worker that has never been started");
-    vdec::VirtualDecoder* d = fixture_.startDecoder(130);
+    vdec::VirtualDecoder* d = fixture_.startDecoder();
     QVERIFY(d);
     const Handle own = rawConnection(d);
     QVERIFY(own);
@@ -73,7 +87,7 @@ void TestWorker::operationsBeforeFirstConnectWaitForIt()
     QVERIFY(w->isRunning());
 }
 
-void TestWorker::everySignalCanBeQueued()
+void TestWorkerQueue::everySignalCanBeQueued()
 {
     // A signal whose argument type has no registered name is silently lost on its way to the GUI.
     const QMetaObject& meta = MatrixSdkWorker::staticMetaObject;
@@ -87,7 +101,7 @@ void TestWorker::everySignalCanBeQueued()
     }
 }
 
-void TestWorker::tasksWithoutHandlerAreDropped_data()
+void TestWorkerQueue::tasksWithoutHandlerAreDropped_data()
 {
     QTest::addColumn<QueueStep>("queue");
     const auto kind = [](int k) {
@@ -108,11 +122,11 @@ void TestWorker::tasksWithoutHandlerAreDropped_data()
         << QueueStep([](MatrixSdkWorker* w, const Handle&) { w->disconnectMatrix(Handle()); });
 }
 
-void TestWorker::tasksWithoutHandlerAreDropped()
+void TestWorkerQueue::tasksWithoutHandlerAreDropped()
 {
     QFETCH(QueueStep, queue);
     MatrixSdkWorker* w = worker();
-    vdec::VirtualDecoder* d = fixture_.startDecoder(132);
+    vdec::VirtualDecoder* d = fixture_.startDecoder();
     QVERIFY(d);
     const Handle h = connectWorker(d);
     QVERIFY(h);
@@ -128,74 +142,5 @@ void TestWorker::tasksWithoutHandlerAreDropped()
     QCOMPARE(w->getHandleByIp(d->address()), h);
 }
 
-void TestWorker::quitQueuesOneDisconnectPerConnection()
-{
-    MatrixSdkWorker* w = worker();
-    QVERIFY(w->registeredHandles().isEmpty());
-    vdec::VirtualDecoder* a = fixture_.startDecoder(150);
-    vdec::VirtualDecoder* b = fixture_.startDecoder(151);
-    vdec::VirtualDecoder* slow = fixture_.startDecoder(152);
-    QVERIFY(a && b && slow);
-    QVERIFY(connectWorker(a));
-    QVERIFY(connectWorker(b));
-    slow->faults().answerLate(MessageType::Login, scaled(400));
-
-    SignalRecorder recorder(w, MatrixSdkWorker::staticMetaObject);
-    w->connectMatrix(infoOf(slow), nullptr); // still under way when the client closes
-    emit KCOMMON::KSingleton<SystemMsg>::instance()->signalQuitSystem();
-    QVERIFY(w->pendingTaskCount() >= 2);
-
-    QTRY_COMPARE_WITH_TIMEOUT(recorder.total(), 3, scaled(6000));
-    QCOMPARE(recorder.names(),
-        QList<QByteArray>(
-            { "signalConnectMatrixResult", "signalDisconnectMatrixResult", "signalDisconnectMatrixResult" }));
-    QStringList disconnected;
-    for (const QVariantList& args : recorder.argsOf("signalDisconnectMatrixResult")) {
-        QCOMPARE(args.at(0).toInt(), CMATRIX_OK);
-        disconnected.append(args.at(1).toString());
-    }
-    QCOMPARE(disconnected, QStringList({ a->address(), b->address() }));
-    QTRY_COMPARE_WITH_TIMEOUT(a->connectionCount() + b->connectionCount(), 0, scaled(3000));
-    QCOMPARE(slow->connectionCount(), 1);
-    QCOMPARE(w->registeredHandles().keys(), QStringList({ slow->address() }));
-    QVERIFY(w->isWorkerRunning()); // quitting does not stop the loop
-}
-
-void TestWorker::queueIsDrainedAfterTheRunningFlagIsCleared()
-{
-    MatrixSdkWorker* w = worker();
-    vdec::VirtualDecoder* d = fixture_.startDecoder(155);
-    QVERIFY(d);
-    const Handle h = connectWorker(d);
-    QVERIFY(h);
-    d->faults().answerLate(MessageType::GetResolution, 20);
-
-    SignalRecorder recorder(w, MatrixSdkWorker::staticMetaObject);
-    const int queued = 15;
-    for (int i = 0; i < queued; ++i)
-        w->getMatrixResolution(h);
-    w->disconnectMatrix(h);
-    w->finishPendingAndStop();
-    QVERIFY(!w->isWorkerRunning());
-    QVERIFY(w->isRunning());
-    QTRY_VERIFY_WITH_TIMEOUT(w->isFinished(), scaled(10000));
-    QTRY_COMPARE_WITH_TIMEOUT(recorder.total(), queued + 1, scaled(3000));
-    QCOMPARE(recorder.count("signalMatrixGetResolutionResult"), queued);
-    QCOMPARE(recorder.names().last(), QByteArray("signalDisconnectMatrixResult"));
-    QCOMPARE(d->journal().count(MessageType::GetResolution), queued);
-    QCOMPARE(w->pendingTaskCount(), 0);
-
-    // Only a connect brings the thread back.
-    w->getMatrixResolution(Handle());
-    QVERIFY(!w->isRunning());
-    vdec::VirtualDecoder* again = fixture_.startDecoder(156);
-    QVERIFY(again);
-    const Handle back = connectWorker(again);
-    QVERIFY(back);
-    QVERIFY(w->isRunning());
-    QCOMPARE(recorder.count("signalMatrixGetResolutionResult"), queued + 1);
-    w->disconnectMatrix(back);
-    w->finishPendingAndStop();
-    QTRY_VERIFY_WITH_TIMEOUT(w->isFinished(), scaled(5000));
-    QVERIFY(w->registeredHandles().isEmpty());
-}
+KVMS_TEST_CLASS(TestWorkerQueue)
+#include "TestWorkerQueue.moc"

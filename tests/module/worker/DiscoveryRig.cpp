@@ -1,13 +1,10 @@
-#include "WorkerDiscoveryTests.h"
+#include "DiscoveryRig.h"
 
-#include "FakeAnswerer.h"
-#include "QueuedSignalSpy.h"
-#include "TestMain.h"
 #include "TestTimeout.h"
 
-#include "KSingleton.h"
-#include "LogInfo.h"
 #include "SystemAssistant.h"
+
+#include <QtTest>
 
 #include <climits>
 #include <cstring>
@@ -18,9 +15,6 @@ using kvmstest::scaled;
 
 namespace {
 
-// A discovery round lasts 320 ms: waiting this long past a result shows whether another follows.
-constexpr int kPastOneRoundMs = 450;
-
 template <size_t N> void putText(char (&field)[N], const QByteArray& text)
 {
     std::memset(field, 0, N);
@@ -29,17 +23,12 @@ template <size_t N> void putText(char (&field)[N], const QByteArray& text)
 
 } // namespace
 
-MatrixSdkWorker* TestWorkerDiscovery::worker()
-{
-    return KCOMMON::KSingleton<MatrixSdkWorker>::instance();
-}
-
-QByteArray TestWorkerDiscovery::targetOf(const vdec::VirtualDecoder* decoder)
+QByteArray DiscoveryRig::targetOf(const vdec::VirtualDecoder* decoder)
 {
     return QStringLiteral("%1:%2").arg(decoder->address()).arg(decoder->udpPort()).toLatin1();
 }
 
-QStringList TestWorkerDiscovery::describe(const InfoMap& map)
+QStringList DiscoveryRig::describe(const InfoMap& map)
 {
     QStringList lines;
     for (auto it = map.begin(); it != map.end(); ++it) {
@@ -56,16 +45,16 @@ QStringList TestWorkerDiscovery::describe(const InfoMap& map)
     return lines;
 }
 
-vdec::VirtualDecoder* TestWorkerDiscovery::startDecoder(int host, const kvmstest::DecoderFixture::Tweak& tweak)
+vdec::VirtualDecoder* DiscoveryRig::startDecoder(const kvmstest::DecoderFixture::Tweak& tweak)
 {
-    return fixture_.startDecoder(host, [&](vdec::DecoderConfig& c) {
+    return fixture_.startDecoder(0, [&](vdec::DecoderConfig& c) {
         c.httpPort = -1;
         if (tweak)
             tweak(c);
     });
 }
 
-TestWorkerDiscovery::InfoMap TestWorkerDiscovery::search(const QByteArray& targets, int* published)
+DiscoveryRig::InfoMap DiscoveryRig::search(const QByteArray& targets)
 {
     if (Discovery_SetTargets(targets.constData()) != CMATRIX_OK) {
         qWarning() << "targets refused:" << targets;
@@ -77,15 +66,11 @@ TestWorkerDiscovery::InfoMap TestWorkerDiscovery::search(const QByteArray& targe
         qWarning() << "no search result";
         return {};
     }
-    if (published) {
-        QTest::qWait(kPastOneRoundMs);
-        *published = results.count();
-    }
     return results.first().at(0).value<InfoMap>();
 }
 
-int TestWorkerDiscovery::changeAddress(const vdec::VirtualDecoder* decoder, const QString& formerIp,
-    const QString& newIp, int type, const QString& password, const QString& mask)
+int DiscoveryRig::changeAddress(const vdec::VirtualDecoder* decoder, const QString& formerIp, const QString& newIp,
+    int type, const QString& password, const QString& mask)
 {
     MatrixInfo current;
     current.ip = formerIp;
@@ -116,31 +101,16 @@ int TestWorkerDiscovery::changeAddress(const vdec::VirtualDecoder* decoder, cons
     return args.at(0).toInt();
 }
 
-void TestWorkerDiscovery::initTestCase()
+bool DiscoveryRig::setUpDiscovery()
 {
-    QVERIFY(dir_.isValid());
-    vms_sdk::set_log_file(dir_.filePath("client.log"));
     SystemAssistant::setMessageSink([](const QString&) {});
-    // The network tasks do not start the worker's thread; a first search does, as for an operator.
-    // Nobody answers, and the result still comes, once, after all three rounds of three probes.
-    FakeAnswerer mute(QStringLiteral("127.0.0.183"), QStringLiteral("127.0.0.184"),
-        [](uint32_t) { return std::vector<FakeAnswerer::Datagram>(); });
-    QVERIFY(mute.isValid());
-    int published = 0;
-    QVERIFY(search(mute.target(), &published).isEmpty());
-    QCOMPARE(published, 1);
-    QCOMPARE(mute.probes(), 9);
-    QVERIFY(worker()->isWorkerRunning());
+    return setUp();
 }
 
-void TestWorkerDiscovery::cleanup()
+bool DiscoveryRig::settleDiscovery()
 {
     // Logins made after an activation leave connections: ended while their decoders still run.
-    worker()->disconnectAllMatrix();
-    QTRY_VERIFY_WITH_TIMEOUT(
-        worker()->registeredHandles().isEmpty() && worker()->pendingTaskCount() == 0, scaled(10000));
-    fixture_.cleanup();
+    const bool settled = settle();
     SystemAssistant::clearRecentMessages();
+    return settled;
 }
-
-KVMS_TEST_MAIN(TestWorkerDiscovery)
