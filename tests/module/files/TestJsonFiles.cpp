@@ -1,4 +1,6 @@
-#include "TestWorkerFiles.h"
+#include "FilesRig.h"
+
+#include "TestSuiteMain.h"
 
 #include "MatrixSdkWorker.h"
 
@@ -68,7 +70,23 @@ const char* fileOf(Reader reader)
 
 Q_DECLARE_METATYPE(Reader)
 
-void TestWorkerFiles::decoderListRoundTrip_data()
+class TestJsonFiles : public QObject, public FilesRig {
+    Q_OBJECT
+
+private slots:
+    void init() { QVERIFY(enter()); }
+    void cleanup() { leave(); }
+    void decoderListRoundTrip_data();
+    void decoderListRoundTrip();
+    void readLists_data();
+    void readLists();
+    void lastConnectedKeepsListAndLeavesOldTail();
+    void failedListWriteKeepsTheOldFile_data();
+    void failedListWriteKeepsTheOldFile();
+    void tvWallRoundTrip();
+};
+
+void TestJsonFiles::decoderListRoundTrip_data()
 {
     QTest::addColumn<Reader>("reader");
     QTest::addColumn<QByteArray>("expectedText");
@@ -80,7 +98,7 @@ void TestWorkerFiles::decoderListRoundTrip_data()
     QTest::newRow("decoderConfig.json") << DecoderList << QByteArray(R"({"matrixList":[)" + twelve + "]}");
 }
 
-void TestWorkerFiles::decoderListRoundTrip()
+void TestJsonFiles::decoderListRoundTrip()
 {
     QFETCH(Reader, reader);
     QFETCH(QByteArray, expectedText);
@@ -97,7 +115,7 @@ void TestWorkerFiles::decoderListRoundTrip()
     QCOMPARE(contentOf(fileOf(reader)), expectedText);
 }
 
-void TestWorkerFiles::readLists_data()
+void TestJsonFiles::readLists_data()
 {
     QTest::addColumn<Reader>("reader");
     QTest::addColumn<QByteArray>("text"); // null: no file
@@ -130,7 +148,7 @@ void TestWorkerFiles::readLists_data()
     QTest::newRow("directory in the file's place") << MatrixList << QByteArray("<dir>") << none;
 }
 
-void TestWorkerFiles::readLists()
+void TestJsonFiles::readLists()
 {
     QFETCH(Reader, reader);
     QFETCH(QByteArray, text);
@@ -142,7 +160,7 @@ void TestWorkerFiles::readLists()
     QCOMPARE(entriesRead(reader), expected);
 }
 
-void TestWorkerFiles::lastConnectedKeepsListAndLeavesOldTail()
+void TestJsonFiles::lastConnectedKeepsListAndLeavesOldTail()
 {
     const QByteArray list = R"({"matrixList":[)" + kTenKeys + "]}";
     MatrixSdkWorker::addAllOneMatrixToJson({ decoder(2, QStringLiteral("u1"), QStringLiteral("127.0.0.2")) });
@@ -173,7 +191,7 @@ void TestWorkerFiles::lastConnectedKeepsListAndLeavesOldTail()
     QCOMPARE(contentOf("matrixConfig.json"), list);
 }
 
-void TestWorkerFiles::tvWallRoundTrip()
+void TestJsonFiles::tvWallRoundTrip()
 {
     TvWallManagement hall;
     hall.name = QString::fromUtf8("Hall \xE5\xA4\xA7");
@@ -204,14 +222,14 @@ void TestWorkerFiles::tvWallRoundTrip()
     QCOMPARE(contentOf("tvWallConfig.json"), expected);
 }
 
-void TestWorkerFiles::failedListWriteKeepsTheOldFile_data()
+void TestJsonFiles::failedListWriteKeepsTheOldFile_data()
 {
     QTest::addColumn<int>("reader");
     QTest::newRow("decoderConfig.json") << int(DecoderList);
     QTest::newRow("tvWallConfig.json") << int(WallList);
 }
 
-void TestWorkerFiles::failedListWriteKeepsTheOldFile()
+void TestJsonFiles::failedListWriteKeepsTheOldFile()
 {
     QFETCH(int, reader);
     const auto write = [reader](int count) {
@@ -246,3 +264,6 @@ void TestWorkerFiles::failedListWriteKeepsTheOldFile()
     signal(SIGXFSZ, oldHandler);
     QCOMPARE(entriesRead(Reader(reader)), before);
 }
+
+KVMS_TEST_CLASS(TestJsonFiles)
+#include "TestJsonFiles.moc"

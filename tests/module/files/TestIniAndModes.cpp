@@ -1,4 +1,6 @@
-#include "TestWorkerFiles.h"
+#include "FilesRig.h"
+
+#include "TestSuiteMain.h"
 
 #include "MatrixSdkWorker.h"
 #include "TvWallIni.h"
@@ -79,7 +81,20 @@ int modeOf(const QString& name)
 
 } // namespace
 
-void TestWorkerFiles::iniLogin_data()
+class TestIniAndModes : public QObject, public FilesRig {
+    Q_OBJECT
+
+private slots:
+    void init() { QVERIFY(enter()); }
+    void cleanup() { leave(); }
+    void iniLogin_data();
+    void iniLogin();
+    void iniBannerRoundTripAndZeroRect();
+    void fileModes_data();
+    void fileModes();
+};
+
+void TestIniAndModes::iniLogin_data()
 {
     QTest::addColumn<QString>("ip");
     QTest::addColumn<QString>("user");
@@ -96,7 +111,7 @@ void TestWorkerFiles::iniLogin_data()
                               << QString::fromUtf8(row[4]);
 }
 
-void TestWorkerFiles::iniLogin()
+void TestIniAndModes::iniLogin()
 {
     QFETCH(QString, ip);
     QFETCH(QString, user);
@@ -116,7 +131,7 @@ void TestWorkerFiles::iniLogin()
     QCOMPARE(login.password, password);
 }
 
-void TestWorkerFiles::iniBannerRoundTripAndZeroRect()
+void TestIniAndModes::iniBannerRoundTripAndZeroRect()
 {
     TvWallIni::writeLogin({ 1, QStringLiteral("127.0.0.2"), 8000, QStringLiteral("u"), QStringLiteral("p") });
     const TvWallIni::Banner written = sampleBanner();
@@ -135,7 +150,7 @@ void TestWorkerFiles::iniBannerRoundTripAndZeroRect()
     QCOMPARE(TvWallIni::readLogin().ip, QStringLiteral("127.0.0.2")); // the other group is untouched
 }
 
-void TestWorkerFiles::fileModes_data()
+void TestIniAndModes::fileModes_data()
 {
     QTest::addColumn<int>("writer");
     QTest::addColumn<int>("mode"); // of the file before the write; -1: no file yet
@@ -148,7 +163,7 @@ void TestWorkerFiles::fileModes_data()
     }
 }
 
-void TestWorkerFiles::fileModes()
+void TestIniAndModes::fileModes()
 {
     QFETCH(int, writer);
     QFETCH(int, mode);
@@ -162,3 +177,6 @@ void TestWorkerFiles::fileModes()
     // A new file is its owner's only; an existing one keeps its mode, never widened.
     QCOMPARE(modeOf(name), mode >= 0 ? mode : 0600);
 }
+
+KVMS_TEST_CLASS(TestIniAndModes)
+#include "TestIniAndModes.moc"
