@@ -14,6 +14,22 @@
 
 using namespace kvms_matrix;
 
+class TestJsonFiles : public QObject, public FilesRig {
+    Q_OBJECT
+
+private slots:
+    void init() { QVERIFY(enter()); }
+    void cleanup() { leave(); }
+    void decoderListRoundTrip_data();
+    void decoderListRoundTrip();
+    void readLists_data();
+    void readLists();
+    void lastConnectedKeepsListAndLeavesOldTail();
+    void failedListWriteKeepsTheOldFile_data();
+    void failedListWriteKeepsTheOldFile();
+    void tvWallRoundTrip();
+};
+
 namespace {
 
 MatrixInfo decoder(int type, const QString& id, const QString& ip)
@@ -69,22 +85,6 @@ const char* fileOf(Reader reader)
 } // namespace
 
 Q_DECLARE_METATYPE(Reader)
-
-class TestJsonFiles : public QObject, public FilesRig {
-    Q_OBJECT
-
-private slots:
-    void init() { QVERIFY(enter()); }
-    void cleanup() { leave(); }
-    void decoderListRoundTrip_data();
-    void decoderListRoundTrip();
-    void readLists_data();
-    void readLists();
-    void lastConnectedKeepsListAndLeavesOldTail();
-    void failedListWriteKeepsTheOldFile_data();
-    void failedListWriteKeepsTheOldFile();
-    void tvWallRoundTrip();
-};
 
 void TestJsonFiles::decoderListRoundTrip_data()
 {
