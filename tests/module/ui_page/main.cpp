@@ -1,4 +1,9 @@
-#include "PageTests.h"
-#include "TestMain.h"
+#include "TestSuiteMain.h"
 
-KVMS_TEST_MAIN(PageTest)
+int runTestPage(int, char**);
+int runTestPagePieces(int, char**);
+
+int main(int argc, char** argv)
+{
+    return kvmstest::runSuite(argc, argv, { runTestPage, runTestPagePieces });
+}
