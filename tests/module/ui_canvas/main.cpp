@@ -1,17 +1,10 @@
-#include "CanvasTests.h"
+#include "TestSuiteMain.h"
 
-#include "SystemAssistant.h"
-#include "TestMain.h"
+int runTestGeometry(int, char**);
+int runTestCanvas(int, char**);
+int runTestFloating(int, char**);
 
-void CanvasTests::init()
+int main(int argc, char** argv)
 {
-    SystemAssistant::clearRecentMessages();
-    SystemAssistant::setMessageSink([](const QString&) {});
+    return kvmstest::runSuite(argc, argv, { runTestGeometry, runTestCanvas, runTestFloating });
 }
-
-void CanvasTests::cleanup()
-{
-    SystemAssistant::setMessageSink({});
-}
-
-KVMS_TEST_MAIN(CanvasTests)
