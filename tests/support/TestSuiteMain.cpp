@@ -11,6 +11,8 @@ namespace kvmstest {
 
 namespace {
 
+int gRan = 0; // test objects run (or listed) so far
+
 // QTest options that take the next argument as their value.
 bool takesValue(const QByteArray& option)
 {
@@ -57,6 +59,7 @@ int runTestObject(QObject* test, int argc, char** argv)
         const QByteArray arg(argv[i]);
         if (arg == "-functions") {
             printFunctions(test);
+            ++gRan;
             return 0;
         }
         if (arg.startsWith('-')) {
@@ -74,6 +77,7 @@ int runTestObject(QObject* test, int argc, char** argv)
     }
     if (named && !mine)
         return 0;
+    ++gRan;
     return QTest::qExec(test, int(kept.size()), kept.data());
 }
 
@@ -85,6 +89,11 @@ int runSuite(int argc, char** argv, std::initializer_list<TestRun> runs)
     int failures = 0;
     for (TestRun run : runs)
         failures += run(argc, argv);
+    if (gRan == 0) {
+        // A misspelt function name would otherwise pass without running anything.
+        fprintf(stderr, "No test class of this suite declares the functions named.\n");
+        return 1;
+    }
     return failures;
 }
 

@@ -40,16 +40,6 @@ TvWallIni::Banner sampleBanner()
     return banner;
 }
 
-void compareBannerText(const TvWallIni::Banner& a, const TvWallIni::Banner& b)
-{
-    QCOMPARE(a.message, b.message);
-    QCOMPARE(a.direction, b.direction);
-    QCOMPARE(a.speed, b.speed);
-    QCOMPARE(a.fontPercent, b.fontPercent);
-    QCOMPARE(a.fontColor.name(), b.fontColor.name());
-    QCOMPARE(a.backColor.name(), b.backColor.name());
-}
-
 QList<QPair<const char*, Writer>> writers()
 {
     const MatrixInfo info;
@@ -89,7 +79,6 @@ private slots:
     void cleanup() { leave(); }
     void iniLogin_data();
     void iniLogin();
-    void iniBannerRoundTripAndZeroRect();
     void fileModes_data();
     void fileModes();
 };
@@ -129,25 +118,6 @@ void TestIniAndModes::iniLogin()
     QCOMPARE(login.port, 8000);
     QCOMPARE(login.username, user);
     QCOMPARE(login.password, password);
-}
-
-void TestIniAndModes::iniBannerRoundTripAndZeroRect()
-{
-    TvWallIni::writeLogin({ 1, QStringLiteral("127.0.0.2"), 8000, QStringLiteral("u"), QStringLiteral("p") });
-    const TvWallIni::Banner written = sampleBanner();
-    TvWallIni::writeBanner(written);
-    QCOMPARE(rawIni(QStringLiteral("bannerinfo/fontColor")).toString(), QStringLiteral("#102030"));
-    QCOMPARE(rawIni(QStringLiteral("bannerinfo/backColor")).toString(), QStringLiteral("#ff0080"));
-
-    TvWallIni::Banner read = TvWallIni::readBanner();
-    compareBannerText(read, written);
-    QCOMPARE(QRect(read.x, read.y, read.w, read.h), QRect(100, 200, 30000, 2000));
-
-    TvWallIni::zeroBannerRect();
-    read = TvWallIni::readBanner();
-    compareBannerText(read, written);
-    QCOMPARE(QRect(read.x, read.y, read.w, read.h), QRect(0, 0, 0, 0));
-    QCOMPARE(TvWallIni::readLogin().ip, QStringLiteral("127.0.0.2")); // the other group is untouched
 }
 
 void TestIniAndModes::fileModes_data()

@@ -159,7 +159,9 @@ void TestBanners::removedBannerKeepsTextAndColours()
     QCOMPARE(none.fontColor, QColor(Qt::white));
     QCOMPARE(none.backColor, QColor(Qt::black));
 
-    QCOMPARE(setBannerThroughWorker(h, bannerOf(QStringLiteral("Closing soon"), 2000, 50)), CMATRIX_OK);
+    // A message with the INI's own separators and a character past Latin-1.
+    const QString message = QString::fromUtf8("Closing at 10:00 \xE2\x80\x94 stay calm; = [x]");
+    QCOMPARE(setBannerThroughWorker(h, bannerOf(message, 2000, 50)), CMATRIX_OK);
     QueuedSignalSpy removed(worker(), &MatrixSdkWorker::signalRemoveBannerResult);
     worker()->removeBanner(h);
     QVERIFY(removed.wait(scaled(5000)));
@@ -167,7 +169,7 @@ void TestBanners::removedBannerKeepsTextAndColours()
     QCOMPARE(int(d->snapshot().banner.show), 0);
     const TvWallIni::Banner ini = TvWallIni::readBanner();
     QCOMPARE(ini.x + ini.y + ini.w + ini.h, 0);
-    QCOMPARE(ini.message, QStringLiteral("Closing soon"));
+    QCOMPARE(ini.message, message);
     QCOMPARE(ini.fontPercent, 50);
     QCOMPARE(ini.fontColor.name(), QStringLiteral("#102030"));
 }

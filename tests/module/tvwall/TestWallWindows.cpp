@@ -1,18 +1,14 @@
 // Windows through the worker: spliced and floating windows, divisions, clearing, full screen,
-// moving, and every task refused without a usable connection.
+// moving.
 #include "WallRig.h"
 
 #include "QueuedSignalSpy.h"
 #include "TestSuiteMain.h"
 
-#include "MessageType.h"
-#include "SignalRecorder.h"
 #include "TestTimeout.h"
 #include "WireBuilders.h"
 
 #include <QtTest>
-
-#include <algorithm>
 
 using namespace kvms_matrix;
 using kvmstest::scaled;
@@ -54,8 +50,6 @@ private slots:
     void clearingOneSubWindowRewritesTheOthers();
     void clearingAWholeWindowStopsItsLoop();
     void fullScreenAndMove();
-    void withoutUsableConnection_data();
-    void withoutUsableConnection();
 };
 
 void TestWallWindows::addWindow_data()
@@ -256,71 +250,6 @@ void TestWallWindows::fullScreenAndMove()
     QCOMPARE(rectOf(s.window(9)), QList<int>({ 2000, 3000, 4000, 5000 }));
     QVERIFY(s.window(9)->floating);
     QCOMPARE(s.window(1)->fullScreenSub, 0);
-}
-
-void TestWallWindows::withoutUsableConnection_data()
-{
-    QTest::addColumn<bool>("disconnected");
-    QTest::newRow("null connection") << false;
-    QTest::newRow("disconnected connection") << true;
-}
-
-void TestWallWindows::withoutUsableConnection()
-{
-    QFETCH(bool, disconnected);
-    vdec::VirtualDecoder* d = startDecoder();
-    QVERIFY(d);
-    Handle connected = connectWorker(d); // the worker runs either way
-    QVERIFY(connected);
-    Handle h;
-    if (disconnected) {
-        h = connected;
-        QueuedSignalSpy gone(worker(), &MatrixSdkWorker::signalDisconnectMatrixResult);
-        worker()->disconnectMatrix(h);
-        QVERIFY(gone.wait(scaled(5000)));
-        QTRY_COMPARE_WITH_TIMEOUT(d->connectionCount(), 0, scaled(5000)); // its last words are in
-    }
-    const auto requests = [d] {
-        const auto all = d->journal().entries();
-        return std::count_if(all.begin(), all.end(), [](const vdec::JournalEntry& e) {
-            return cmatrix::wire::requestOf(e.type) != cmatrix::wire::MessageType::Heartbeat;
-        });
-    };
-    const auto seenBefore = requests();
-
-    SignalRecorder recorder(worker(), MatrixSdkWorker::staticMetaObject);
-    MatrixWindowInfo floating = windowInfo(9, 1);
-    floating.windowType = 2;
-    floating.w = floating.h = 100;
-    worker()->addWindowInfo(h, floating);
-    worker()->removeWindow(h, windowInfo(1, 1));
-    worker()->setWindowSplit(h, 1, 4);
-    worker()->clearWindow(h, 1, -1, 0);
-    worker()->setFullWindow(h, 1, 1, true);
-    worker()->setWindowSignalSource(h, windowInfo(1, 1), 1, false);
-    worker()->checkScreen(h, 0, true);
-    worker()->moveFloatingWindow(h, floating);
-    // A layout goes to the connection registered for the address: none here.
-    worker()->setLayout(QStringLiteral("W"), 0, 1, 1, {}, disconnected ? d->address() : QStringLiteral("127.0.0.253"));
-    worker()->getLayout(h, nullptr);
-    worker()->getWindowInfo(h);
-    QTRY_VERIFY_WITH_TIMEOUT(recorder.count("signalGetWindowInfoResult") == 1, scaled(5000));
-
-    const QList<QByteArray> refused { "signalAddWindowInfoResult", "signalRemoveWindowResult",
-        "signalSetWindowSplitResult", "signalClearWindowResult", "signalSetFullWindowResult",
-        "signalSetWindowSignalSourceResult", "signalCheckScreenResult", "signalSetLayoutResult" };
-    for (const QByteArray& name : refused) {
-        QCOMPARE(recorder.count(name), 1);
-        QCOMPARE(recorder.argsOf(name).at(0).at(0).toInt(), -1);
-    }
-    const QVariantList layout = recorder.argsOf("signalGetLayoutInfoResult").at(0);
-    QCOMPARE(layout.at(1).toInt(), -1);
-    QVERIFY(layout.at(2).value<QList<MatrixInfo>>().isEmpty());
-    const QVariantList wall = recorder.argsOf("signalGetWindowInfoResult").at(0);
-    QVERIFY(wall.at(0).value<QList<MatrixWindowInfo>>().isEmpty());
-    QCOMPARE(wall.mid(1), QVariantList({ 1, 1 }));
-    QCOMPARE(recorder.total(), refused.size() + 2); // moving a window never answers
-    QCOMPARE(requests(), seenBefore); // nothing reached the decoder
 }
 
 KVMS_TEST_CLASS(TestWallWindows)

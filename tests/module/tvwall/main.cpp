@@ -1,6 +1,5 @@
 #include "TestSuiteMain.h"
 
-int runTestWallReading(int, char**);
 int runTestWallLayout(int, char**);
 int runTestWallWindows(int, char**);
 int runTestWallSources(int, char**);
@@ -13,6 +12,6 @@ int runTestDeviceFiles(int, char**);
 int main(int argc, char** argv)
 {
     return kvmstest::runSuite(argc, argv,
-        { runTestWallReading, runTestWallLayout, runTestWallWindows, runTestWallSources, runTestWallHostile,
-            runTestScenes, runTestLoops, runTestBanners, runTestDeviceFiles });
+        { runTestWallLayout, runTestWallWindows, runTestWallSources, runTestWallHostile, runTestScenes, runTestLoops,
+            runTestBanners, runTestDeviceFiles });
 }

@@ -17,7 +17,6 @@
 #include <QDir>
 #include <QFile>
 #include <QMutex>
-#include <QPushButton>
 #include <QTemporaryDir>
 
 using namespace kvms_matrix;
@@ -44,7 +43,6 @@ private slots:
     void successfulConnectReadsTheWallInOrder();
     void linkShowsInTheStrip_data();
     void linkShowsInTheStrip();
-    void wallActionsNeedAConnection();
     void reconnectBacksOff_data();
     void reconnectBacksOff();
 };
@@ -235,16 +233,6 @@ void TestPage::linkShowsInTheStrip()
     QCOMPARE(page->statusStrip()->text(kIp), strip);
     QCOMPARE(int(page->state().link(kIp)), link);
     page->stopReconnecting();
-}
-
-void TestPage::wallActionsNeedAConnection()
-{
-    MainMatrixForm form;
-    settledWallPage(form);
-    SystemAssistant::clearRecentMessages();
-    QTest::mouseClick(form.tvWallPage()->roamingButton(), Qt::LeftButton);
-    QCOMPARE(SystemAssistant::recentMessages(),
-        QStringList { QStringLiteral("The TV wall is not connected, please connect the TV wall first.") });
 }
 
 void TestPage::reconnectBacksOff_data()
