@@ -19,8 +19,17 @@ vdec::VirtualDecoder* DecoderFixture::startDecoder(int n, const Tweak& tweak)
         qWarning() << "no temporary directory:" << dir->errorString();
         return nullptr;
     }
-    if (n == 0)
-        n = LoopbackPool::claimHost();
+    if (n == 0) {
+        // The fixture's own claims come back after each cleanup, so a test class needs only as
+        // many addresses as one test starts decoders.
+        if (claimedInUse_ == claimed_.size())
+            claimed_.push_back(LoopbackPool::claimHost());
+        n = claimed_[claimedInUse_];
+        if (n != 0)
+            ++claimedInUse_;
+        else
+            claimed_.pop_back();
+    }
     if (n == 0) {
         qWarning() << "no free loopback address";
         return nullptr;
@@ -68,6 +77,7 @@ void DecoderFixture::cleanup()
     clients_.clear();
     decoders_.clear(); // each stops and joins its threads
     dirs_.clear();
+    claimedInUse_ = 0;
 }
 
 } // namespace kvmstest

@@ -26,8 +26,8 @@ public:
 
     static QString loopback(int n) { return QStringLiteral("127.0.0.%1").arg(n); }
 
-    // A running decoder on 127.0.0.n, or with n = 0 on an address claimed from LoopbackPool;
-    // nullptr (with a warning) if it would not start.
+    // A running decoder on 127.0.0.n, or with n = 0 on an address claimed from LoopbackPool
+    // (reused by this fixture after cleanup()); nullptr (with a warning) if it would not start.
     vdec::VirtualDecoder* startDecoder(int n = 0, const Tweak& tweak = {});
     // A connected client, logged in as admin unless login is false; nullptr on failure.
     TestClient* connectTo(vdec::VirtualDecoder* decoder, bool login = true);
@@ -37,6 +37,8 @@ private:
     std::vector<std::unique_ptr<TestClient>> clients_;
     std::vector<std::unique_ptr<vdec::VirtualDecoder>> decoders_;
     std::vector<std::unique_ptr<QTemporaryDir>> dirs_;
+    std::vector<int> claimed_; // hosts claimed from LoopbackPool, the first claimedInUse_ taken
+    size_t claimedInUse_ = 0;
 };
 
 } // namespace kvmstest

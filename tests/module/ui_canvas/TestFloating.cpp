@@ -1,5 +1,6 @@
 #include "CanvasFixture.h"
-#include "CanvasTests.h"
+#include "SystemAssistant.h"
+#include "SuiteMain.h"
 
 #include "ControlMatrixWt.h"
 #include "FloatingGeometry.h"
@@ -15,6 +16,24 @@
 #include <QtTest>
 
 using namespace kvms_matrix;
+
+class TestFloating : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        SystemAssistant::clearRecentMessages();
+        SystemAssistant::setMessageSink([](const QString&) {});
+    }
+    void cleanup() { SystemAssistant::setMessageSink({}); }
+    void createFloating();
+    void dragFloating_data();
+    void dragFloating();
+    void resizeFloating();
+    void dropOnFloating_data();
+    void dropOnFloating();
+};
 
 namespace {
 
@@ -42,7 +61,7 @@ void checkFrame(const FloatingWt* floating)
 
 } // namespace
 
-void CanvasTests::createFloating()
+void TestFloating::createFloating()
 {
     QStringList messages;
     SystemAssistant::setMessageSink([&messages](const QString& text) { messages.append(text); });
@@ -66,7 +85,7 @@ void CanvasTests::createFloating()
     QTRY_COMPARE(messages, QStringList { QStringLiteral("Only one roaming window at most") });
 }
 
-void CanvasTests::dragFloating_data()
+void TestFloating::dragFloating_data()
 {
     QTest::addColumn<QPoint>("delta");
     QTest::addColumn<QPoint>("expected");
@@ -79,7 +98,7 @@ void CanvasTests::dragFloating_data()
     QTest::newRow("left edge refused") << QPoint(-256, 0) << QPoint(256, 128);
 }
 
-void CanvasTests::dragFloating()
+void TestFloating::dragFloating()
 {
     QFETCH(QPoint, delta);
     QFETCH(QPoint, expected);
@@ -107,7 +126,7 @@ void CanvasTests::dragFloating()
     QCOMPARE(QRect(window.x, window.y, window.w, window.h), QRect(expected.x() * 32, expected.y() * 64, 16384, 16384));
 }
 
-void CanvasTests::resizeFloating()
+void TestFloating::resizeFloating()
 {
     ControlMatrixWt canvas;
     floatingWall(canvas);
@@ -135,7 +154,7 @@ void CanvasTests::resizeFloating()
     QCOMPARE(canvas.currentWindowId(), 3);
 }
 
-void CanvasTests::dropOnFloating_data()
+void TestFloating::dropOnFloating_data()
 {
     QTest::addColumn<QString>("format");
     QTest::addColumn<QVariantList>("source");
@@ -147,7 +166,7 @@ void CanvasTests::dropOnFloating_data()
     QTest::newRow("loop item") << QStringLiteral("matrixlistitem") << QVariantList {} << QVariantList { 5, -1, 2, 7 };
 }
 
-void CanvasTests::dropOnFloating()
+void TestFloating::dropOnFloating()
 {
     QFETCH(QString, format);
     QFETCH(QVariantList, source);
@@ -169,3 +188,6 @@ void CanvasTests::dropOnFloating()
     QCOMPARE(sourceDrops.isEmpty() ? QVariantList {} : sourceDrops.first(), source);
     QCOMPARE(loopDrops.isEmpty() ? QVariantList {} : loopDrops.first(), loop);
 }
+
+KVMS_TEST_CLASS(TestFloating)
+#include "TestFloating.moc"

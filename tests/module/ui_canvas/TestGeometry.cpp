@@ -1,5 +1,6 @@
 #include "CanvasFixture.h"
-#include "CanvasTests.h"
+#include "SystemAssistant.h"
+#include "SuiteMain.h"
 
 #include "CanvasGeometry.h"
 #include "FloatingGeometry.h"
@@ -10,9 +11,28 @@ using namespace kvms_matrix;
 
 using RectList = QList<QRect>;
 
+class TestGeometry : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        SystemAssistant::clearRecentMessages();
+        SystemAssistant::setMessageSink([](const QString&) {});
+    }
+    void cleanup() { SystemAssistant::setMessageSink({}); }
+    void panelRects_data();
+    void panelRects();
+    void conversions_data();
+    void conversions();
+    void floatingCreation();
+    void moveBounds_data();
+    void moveBounds();
+};
+
 // Expected rectangles worked out by hand from the layout rules: the first panel, the second
 // (the first small one when there is a large cell) and the last, and how many there are.
-void CanvasTests::panelRects_data()
+void TestGeometry::panelRects_data()
 {
     QTest::addColumn<QSize>("canvas");
     QTest::addColumn<QRect>("wall");
@@ -76,7 +96,7 @@ void CanvasTests::panelRects_data()
     QTest::newRow("division 0") << odd << whole << 0 << 0 << RectList {};
 }
 
-void CanvasTests::panelRects()
+void TestGeometry::panelRects()
 {
     QFETCH(QSize, canvas);
     QFETCH(QRect, wall);
@@ -95,7 +115,7 @@ void CanvasTests::panelRects()
     QCOMPARE(rects.last(), expected.at(2));
 }
 
-void CanvasTests::conversions_data()
+void TestGeometry::conversions_data()
 {
     QTest::addColumn<QSize>("canvas");
     QTest::addColumn<QRect>("wall");
@@ -109,7 +129,7 @@ void CanvasTests::conversions_data()
     QTest::newRow("333x187 column") << QSize(333, 187) << QRect(21844, 0, 10924, 21844) << QRect(222, 9, 109, 114) << 8;
 }
 
-void CanvasTests::conversions()
+void TestGeometry::conversions()
 {
     QFETCH(QSize, canvas);
     QFETCH(QRect, wall);
@@ -121,7 +141,7 @@ void CanvasTests::conversions()
     QCOMPARE(CanvasGeometry::fullPanelRect(info, canvas), full);
 }
 
-void CanvasTests::floatingCreation()
+void TestGeometry::floatingCreation()
 {
     // 801 x 451: (200, 112) 400 x 225 pixels; in units 200 x 32768 / 801 = 8181 and so on.
     const MatrixWindowInfo created = FloatingGeometry::creationWindow(QSize(801, 451), 3, 3, 10);
@@ -141,7 +161,7 @@ void CanvasTests::floatingCreation()
     QCOMPARE(wide.cells.last().column, 1);
 }
 
-void CanvasTests::moveBounds_data()
+void TestGeometry::moveBounds_data()
 {
     QTest::addColumn<QPoint>("target");
     QTest::addColumn<bool>("allowed");
@@ -156,9 +176,12 @@ void CanvasTests::moveBounds_data()
     QTest::newRow("top on bottom edge") << QPoint(100, 340) << false;
 }
 
-void CanvasTests::moveBounds()
+void TestGeometry::moveBounds()
 {
     QFETCH(QPoint, target);
     QFETCH(bool, allowed);
     QCOMPARE(FloatingGeometry::moveAllowed(target, QSize(200, 100), QRect(50, 40, 600, 300)), allowed);
 }
+
+KVMS_TEST_CLASS(TestGeometry)
+#include "TestGeometry.moc"

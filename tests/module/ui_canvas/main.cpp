@@ -1,17 +1,3 @@
-#include "CanvasTests.h"
+#include "SuiteMain.h"
 
-#include "SystemAssistant.h"
-#include "TestMain.h"
-
-void CanvasTests::init()
-{
-    SystemAssistant::clearRecentMessages();
-    SystemAssistant::setMessageSink([](const QString&) {});
-}
-
-void CanvasTests::cleanup()
-{
-    SystemAssistant::setMessageSink({});
-}
-
-KVMS_TEST_MAIN(CanvasTests)
+KVMS_SUITE_MAIN()

@@ -4,6 +4,7 @@
 #include "CanvasMimic.h"
 #include "ControlMatrixWt.h"
 #include "DecoderFixture.h"
+#include "LoopbackPool.h"
 #include "MatrixPanelWt.h"
 #include "MonitorClient.h"
 #include "QueuedSignalSpy.h"
@@ -21,8 +22,6 @@ using namespace kvms_matrix;
 using kvmstest::scaled;
 
 namespace {
-
-const QString kCameraIp = QStringLiteral("127.0.0.58");
 
 // Mean absolute difference of two pictures brought to 32 x 18, per channel (0..255).
 double difference(const QImage& a, const QImage& b)
@@ -59,8 +58,9 @@ private slots:
     {
         if (!kvmstest::CameraSim::available())
             QSKIP("camera-sim was not built (no GStreamer RTSP server)");
-        QVERIFY2(cameras_.start(kCameraIp, { "Gate" }), qPrintable(cameras_.error()));
-        vdec::VirtualDecoder* decoder = fixture_.startDecoder(48);
+        const QString cameraIp = kvmstest::LoopbackPool::claim();
+        QVERIFY2(cameras_.start(cameraIp, { "Gate" }), qPrintable(cameras_.error()));
+        vdec::VirtualDecoder* decoder = fixture_.startDecoder();
         QVERIFY(decoder);
         sdk_ = std::make_unique<kvmstest::SdkSession>();
         QCOMPARE(sdk_->connect(decoder), CMATRIX_OK);
@@ -77,7 +77,7 @@ private slots:
         d.deviceType = 1;
         d.deviceId = QStringLiteral("NVR58&1");
         d.deviceName = QStringLiteral("Gate");
-        d.ip = kCameraIp;
+        d.ip = cameraIp;
         d.port = cameras_.port();
         d.channel = 1;
         d.userName = QStringLiteral("admin");

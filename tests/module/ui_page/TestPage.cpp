@@ -1,7 +1,7 @@
 // The main page's choice and messages, and the TV wall page's answers to connect results,
 // driven with crafted results (no decoder needed).
-#include "PageTests.h"
-#include "TestMain.h"
+#include "PageRig.h"
+#include "SuiteMain.h"
 #include "TestTimeout.h"
 
 #include "ConnectErrorText.h"
@@ -17,15 +17,39 @@
 #include <QDir>
 #include <QFile>
 #include <QMutex>
-#include <QPushButton>
 #include <QTemporaryDir>
 
 using namespace kvms_matrix;
 using kvmstest::scaled;
 
+class TestPage : public QObject, public PageRig {
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { QVERIFY(setUp()); }
+    void init() { clearFiles(); }
+    void cleanup()
+    {
+        KCOMMON::KSingleton<kvms_matrix::MatrixSdkWorker>::instance()->setDispatchObserver(nullptr, nullptr);
+    }
+    void cleanupTestCase() { tearDown(); }
+    void pageFollowsTheConfiguration_data();
+    void pageFollowsTheConfiguration();
+    void loginErrorsAreToldInWords_data();
+    void loginErrorsAreToldInWords();
+    void errorsForAnotherFormAreIgnored();
+    void connectFailuresShowOnThePage_data();
+    void connectFailuresShowOnThePage();
+    void successfulConnectReadsTheWallInOrder();
+    void linkShowsInTheStrip_data();
+    void linkShowsInTheStrip();
+    void reconnectBacksOff_data();
+    void reconnectBacksOff();
+};
+
 namespace {
 
-const QString kIp = pagetest::nowhere();
+const QString kIp = PageRig::nowhere();
 
 QSharedPointer<CSharedHandle> handleFor(const QString& ip)
 {
@@ -45,43 +69,7 @@ void recordKind(const WorkerTaskParam& task, void*)
 
 } // namespace
 
-void PageTest::initTestCase()
-{
-    previous_ = QDir::currentPath();
-    QVERIFY(dir_.isValid() && QDir::setCurrent(dir_.path()));
-    SystemAssistant::setMessageSink([](const QString&) {});
-}
-
-void PageTest::init()
-{
-    for (const char* name : { "decoderConfig.json", "tvWallConfig.json", "tvWallConfig.ini", "matrixConfig.json" })
-        QFile::remove(QString::fromLatin1(name));
-    SystemAssistant::clearRecentMessages();
-}
-
-void PageTest::cleanup()
-{
-    KCOMMON::KSingleton<MatrixSdkWorker>::instance()->setDispatchObserver(nullptr, nullptr);
-}
-
-void PageTest::cleanupTestCase()
-{
-    MatrixSdkWorker* worker = KCOMMON::KSingleton<MatrixSdkWorker>::instance();
-    worker->finishPendingAndStop();
-    worker->wait(scaled(10000));
-    QDir::setCurrent(previous_);
-}
-
-void PageTest::settledWallPage(MainMatrixForm& form)
-{
-    pagetest::writeDecoderConfig(true);
-    form.slotUpdateScreen();
-    MatrixForm* page = form.tvWallPage();
-    QTRY_COMPARE_WITH_TIMEOUT(page->state().link(kIp), MatrixPageState::Link::Lost, scaled(5000));
-    page->stopReconnecting();
-}
-
-void PageTest::pageFollowsTheConfiguration_data()
+void TestPage::pageFollowsTheConfiguration_data()
 {
     QTest::addColumn<int>("file"); // 0 none, 1 empty list, 2 one decoder
     QTest::addColumn<int>("page");
@@ -90,12 +78,12 @@ void PageTest::pageFollowsTheConfiguration_data()
     QTest::newRow("one decoder") << 2 << 1;
 }
 
-void PageTest::pageFollowsTheConfiguration()
+void TestPage::pageFollowsTheConfiguration()
 {
     QFETCH(int, file);
     QFETCH(int, page);
     if (file > 0)
-        pagetest::writeDecoderConfig(file == 2);
+        writeDecoderConfig(file == 2);
     MainMatrixForm form;
     form.show();
     QCOMPARE(form.currentPage(), page);
@@ -108,7 +96,7 @@ void PageTest::pageFollowsTheConfiguration()
     QCOMPARE(form.currentPage(), 0);
 }
 
-void PageTest::loginErrorsAreToldInWords_data()
+void TestPage::loginErrorsAreToldInWords_data()
 {
     QTest::addColumn<QString>("code");
     QTest::addColumn<QList<int>>("counters"); // errors made, allowed, lock minutes, seconds to unlock
@@ -132,7 +120,7 @@ void PageTest::loginErrorsAreToldInWords_data()
     QTest::newRow("no code") << "" << QList<int> { -1, -1, -1, -1 } << d + "connection failed:unknow error!";
 }
 
-void PageTest::loginErrorsAreToldInWords()
+void TestPage::loginErrorsAreToldInWords()
 {
     QFETCH(QString, code);
     QFETCH(QList<int>, counters);
@@ -148,7 +136,7 @@ void PageTest::loginErrorsAreToldInWords()
     QCOMPARE(SystemAssistant::recentMessages(), QStringList { message });
 }
 
-void PageTest::errorsForAnotherFormAreIgnored()
+void TestPage::errorsForAnotherFormAreIgnored()
 {
     MainMatrixForm form;
     settledWallPage(form);
@@ -166,7 +154,7 @@ void PageTest::errorsForAnotherFormAreIgnored()
     QCOMPARE(page->state().link(kIp), MatrixPageState::Link::Lost);
 }
 
-void PageTest::connectFailuresShowOnThePage_data()
+void TestPage::connectFailuresShowOnThePage_data()
 {
     QTest::addColumn<bool>("withHandle");
     QTest::addColumn<int>("code");
@@ -179,7 +167,7 @@ void PageTest::connectFailuresShowOnThePage_data()
                                << "Decoder connect failed(-1, connect server failed).";
 }
 
-void PageTest::connectFailuresShowOnThePage()
+void TestPage::connectFailuresShowOnThePage()
 {
     QFETCH(bool, withHandle);
     QFETCH(int, code);
@@ -195,7 +183,7 @@ void PageTest::connectFailuresShowOnThePage()
     QCOMPARE(page->tipText(), tip);
 }
 
-void PageTest::successfulConnectReadsTheWallInOrder()
+void TestPage::successfulConnectReadsTheWallInOrder()
 {
     MainMatrixForm form;
     settledWallPage(form);
@@ -218,7 +206,7 @@ void PageTest::successfulConnectReadsTheWallInOrder()
     QTRY_COMPARE_WITH_TIMEOUT(page->tipText(), QString(), scaled(5000));
 }
 
-void PageTest::linkShowsInTheStrip_data()
+void TestPage::linkShowsInTheStrip_data()
 {
     QTest::addColumn<int>("code"); // of the login's answer; 0: connected, then lost
     QTest::addColumn<int>("link");
@@ -228,7 +216,7 @@ void PageTest::linkShowsInTheStrip_data()
         << int(CMATRIX_ERR_PASSWORD) << int(MatrixPageState::Link::Failed) << "127.0.0.9: login failed";
 }
 
-void PageTest::linkShowsInTheStrip()
+void TestPage::linkShowsInTheStrip()
 {
     QFETCH(int, code);
     QFETCH(int, link);
@@ -247,17 +235,7 @@ void PageTest::linkShowsInTheStrip()
     page->stopReconnecting();
 }
 
-void PageTest::wallActionsNeedAConnection()
-{
-    MainMatrixForm form;
-    settledWallPage(form);
-    SystemAssistant::clearRecentMessages();
-    QTest::mouseClick(form.tvWallPage()->roamingButton(), Qt::LeftButton);
-    QCOMPARE(SystemAssistant::recentMessages(),
-        QStringList { QStringLiteral("The TV wall is not connected, please connect the TV wall first.") });
-}
-
-void PageTest::reconnectBacksOff_data()
+void TestPage::reconnectBacksOff_data()
 {
     QTest::addColumn<int>("failures");
     QTest::addColumn<int>("delay");
@@ -268,7 +246,7 @@ void PageTest::reconnectBacksOff_data()
     QTest::newRow("fortieth, capped") << 40 << 30000;
 }
 
-void PageTest::reconnectBacksOff()
+void TestPage::reconnectBacksOff()
 {
     QFETCH(int, failures);
     QFETCH(int, delay);
@@ -285,15 +263,5 @@ void PageTest::reconnectBacksOff()
     QCOMPARE(state.markLost(kIp), 1000);
 }
 
-namespace pagetest {
-
-void writeDecoderConfig(bool withDecoder)
-{
-    QFile file(QStringLiteral("decoderConfig.json"));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(withDecoder ? R"({"matrixList":[{"type":0,"ip":"127.0.0.9","port":1,"manager_port":1,)"
-                             R"("username":"admin","password":"x"}]})"
-                           : R"({"matrixList":[]})");
-}
-
-} // namespace pagetest
+KVMS_TEST_CLASS(TestPage)
+#include "TestPage.moc"

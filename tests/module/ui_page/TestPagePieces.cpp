@@ -1,6 +1,7 @@
 // The parts of the page: how a wall's cells are shared out, the source pane, the login dialog
 // and the host's catalogue.
-#include "PageTests.h"
+#include "PageRig.h"
+#include "SuiteMain.h"
 #include "TestTimeout.h"
 
 #include "HostCatalogue.h"
@@ -23,6 +24,22 @@
 
 using namespace kvms_matrix;
 using kvmstest::scaled;
+
+class TestPagePieces : public QObject, public PageRig {
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { QVERIFY(setUp()); }
+    void init() { clearFiles(); }
+    void cleanupTestCase() { tearDown(); }
+    void layoutSharesTheCells_data();
+    void layoutSharesTheCells();
+    void sourcePaneGivesChannelsAndStreams_data();
+    void sourcePaneGivesChannelsAndStreams();
+    void filterKeepsMatchesAndTheirParents();
+    void failedLoginFromTheDialogIsTold();
+    void catalogueGivesStreams();
+};
 
 namespace {
 
@@ -49,7 +66,7 @@ MatrixInfo decoderAt(int n)
 
 } // namespace
 
-void PageTest::layoutSharesTheCells_data()
+void TestPagePieces::layoutSharesTheCells_data()
 {
     QTest::addColumn<int>("rows");
     QTest::addColumn<int>("cols");
@@ -68,7 +85,7 @@ void PageTest::layoutSharesTheCells_data()
                                 << "";
 }
 
-void PageTest::layoutSharesTheCells()
+void TestPagePieces::layoutSharesTheCells()
 {
     QFETCH(int, rows);
     QFETCH(int, cols);
@@ -94,7 +111,7 @@ void PageTest::layoutSharesTheCells()
     QCOMPARE(gotLocations, numbers(locations));
 }
 
-void PageTest::sourcePaneGivesChannelsAndStreams_data()
+void TestPagePieces::sourcePaneGivesChannelsAndStreams_data()
 {
     QTest::addColumn<int>("tab");
     QTest::addColumn<QString>("item");
@@ -110,7 +127,7 @@ void PageTest::sourcePaneGivesChannelsAndStreams_data()
                             << "rtsp://127.0.0.1:8554/gate";
 }
 
-void PageTest::sourcePaneGivesChannelsAndStreams()
+void TestPagePieces::sourcePaneGivesChannelsAndStreams()
 {
     QFETCH(int, tab);
     QFETCH(QString, item);
@@ -135,7 +152,7 @@ void PageTest::sourcePaneGivesChannelsAndStreams()
     QCOMPARE(deviceType == 9 ? source.mainUrl : source.ip, address);
 }
 
-void PageTest::filterKeepsMatchesAndTheirParents()
+void TestPagePieces::filterKeepsMatchesAndTheirParents()
 {
     QVERIFY(KCOMMON::KSingleton<DevsMgrData>::instance()->loadFromJson(kCatalogue));
     SourcePane pane;
@@ -148,7 +165,7 @@ void PageTest::filterKeepsMatchesAndTheirParents()
     QVERIFY(!tree->topLevelItem(1)->isHidden() && !tree->topLevelItem(1)->child(0)->isHidden());
 }
 
-void PageTest::failedLoginFromTheDialogIsTold()
+void TestPagePieces::failedLoginFromTheDialogIsTold()
 {
     MainMatrixForm form;
     settledWallPage(form);
@@ -156,7 +173,7 @@ void PageTest::failedLoginFromTheDialogIsTold()
     QTest::mouseClick(form.tvWallPage()->loginButton(), Qt::LeftButton);
     LoginDlg* login = form.findChild<LoginDlg*>();
     QVERIFY(login);
-    QCOMPARE(login->addressEdit()->text(), pagetest::nowhere());
+    QCOMPARE(login->addressEdit()->text(), nowhere());
     QTest::keyClicks(login->passwordEdit(), QStringLiteral("other"));
     QTest::keyClick(login->passwordEdit(), Qt::Key_Return);
     QTRY_COMPARE_WITH_TIMEOUT(
@@ -164,7 +181,7 @@ void PageTest::failedLoginFromTheDialogIsTold()
     form.tvWallPage()->stopReconnecting();
 }
 
-void PageTest::catalogueGivesStreams()
+void TestPagePieces::catalogueGivesStreams()
 {
     QTemporaryDir dir;
     QFile file(dir.filePath(QStringLiteral("catalogue.json")));
@@ -186,3 +203,6 @@ void PageTest::catalogueGivesStreams()
     QCOMPARE(KCOMMON::KSingleton<DevsMgrData>::instance()->devices().size(), 2);
     QVERIFY(!HostCatalogue::load(dir.filePath(QStringLiteral("missing.json")), &error));
 }
+
+KVMS_TEST_CLASS(TestPagePieces)
+#include "TestPagePieces.moc"

@@ -1,4 +1,3 @@
-#include "PageTests.h"
-#include "TestMain.h"
+#include "SuiteMain.h"
 
-KVMS_TEST_MAIN(PageTest)
+KVMS_SUITE_MAIN()

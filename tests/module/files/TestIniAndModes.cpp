@@ -1,0 +1,152 @@
+#include "FilesRig.h"
+
+#include "SuiteMain.h"
+
+#include "MatrixSdkWorker.h"
+#include "TvWallIni.h"
+
+#include <QFile>
+#include <QSettings>
+#include <QtTest>
+
+#include <functional>
+
+#include <sys/stat.h>
+
+using namespace kvms_matrix;
+
+namespace {
+
+using Writer = std::function<void()>;
+
+QVariant rawIni(const QString& key)
+{
+    return QSettings(QStringLiteral("tvWallConfig.ini"), QSettings::IniFormat).value(key);
+}
+
+TvWallIni::Banner sampleBanner()
+{
+    TvWallIni::Banner banner;
+    banner.message = QString::fromUtf8("Fire drill at 10:00 \xE2\x80\x94 stay calm; = [x]");
+    banner.direction = 2;
+    banner.speed = 5;
+    banner.fontPercent = 50;
+    banner.fontColor = QColor(16, 32, 48);
+    banner.backColor = QColor(255, 0, 128, 10); // alpha is not stored
+    banner.x = 100;
+    banner.y = 200;
+    banner.w = 30000;
+    banner.h = 2000;
+    return banner;
+}
+
+QList<QPair<const char*, Writer>> writers()
+{
+    const MatrixInfo info;
+    return {
+        { "matrix list", [=] { MatrixSdkWorker::addAllOneMatrixToJson({ info }); } },
+        { "last connected", [=] { MatrixSdkWorker::writeMatrixLastConnectedInfoToJson(info); } },
+        { "decoder list", [=] { MatrixSdkWorker::addDecoderToJson({ info }); } },
+        { "wall list", [] { MatrixSdkWorker::addMatrixToJson({ TvWallManagement() }); } },
+        { "ini login", [] { TvWallIni::writeLogin(TvWallIni::Login()); } },
+        { "ini projection", [] { TvWallIni::writeProjection(TvWallIni::Projection()); } },
+        { "ini banner", [] { TvWallIni::writeBanner(sampleBanner()); } },
+        { "ini zero rect", [] { TvWallIni::zeroBannerRect(); } },
+    };
+}
+
+const char* fileWrittenBy(int index)
+{
+    static const char* const files[] = { "matrixConfig.json", "matrixConfig.json", "decoderConfig.json",
+        "tvWallConfig.json", "tvWallConfig.ini", "tvWallConfig.ini", "tvWallConfig.ini", "tvWallConfig.ini" };
+    return files[index];
+}
+
+// The mode bits themselves: QFile::permissions() mixes in what the current user may do.
+int modeOf(const QString& name)
+{
+    struct stat status { };
+    return ::stat(QFile::encodeName(name).constData(), &status) == 0 ? int(status.st_mode & 07777) : -1;
+}
+
+} // namespace
+
+class TestIniAndModes : public QObject, public FilesRig {
+    Q_OBJECT
+
+private slots:
+    void init() { QVERIFY(enter()); }
+    void cleanup() { leave(); }
+    void iniLogin_data();
+    void iniLogin();
+    void fileModes_data();
+    void fileModes();
+};
+
+void TestIniAndModes::iniLogin_data()
+{
+    QTest::addColumn<QString>("ip");
+    QTest::addColumn<QString>("user");
+    QTest::addColumn<QString>("password");
+    QTest::addColumn<QString>("expectedIp");
+
+    const char* const rows[][5] = {
+        { "plain", "127.0.0.2", "admin", "12345", "127.0.0.2" },
+        { "blanks around ip", " \t127.0.0.3 ", "admin", "a=b;c", "127.0.0.3" },
+        { "non-ASCII", "127.0.0.4", "\xE7\x94\xA8\xE6\x88\xB7", "p\xC3\xA4ss", "127.0.0.4" },
+    };
+    for (const auto& row : rows)
+        QTest::newRow(row[0]) << QString::fromUtf8(row[1]) << QString::fromUtf8(row[2]) << QString::fromUtf8(row[3])
+                              << QString::fromUtf8(row[4]);
+}
+
+void TestIniAndModes::iniLogin()
+{
+    QFETCH(QString, ip);
+    QFETCH(QString, user);
+    QFETCH(QString, password);
+    QFETCH(QString, expectedIp);
+
+    TvWallIni::writeLogin({ 3, ip, 8000, user, password });
+    // On disk: Base64 of the UTF-8 bytes, never the clear text.
+    QCOMPARE(rawIni(QStringLiteral("info/username")).toString(), QString::fromLatin1(user.toUtf8().toBase64()));
+    QCOMPARE(rawIni(QStringLiteral("info/password")).toString(), QString::fromLatin1(password.toUtf8().toBase64()));
+
+    const TvWallIni::Login login = TvWallIni::readLogin();
+    QCOMPARE(login.type, 3);
+    QCOMPARE(login.ip, expectedIp);
+    QCOMPARE(login.port, 8000);
+    QCOMPARE(login.username, user);
+    QCOMPARE(login.password, password);
+}
+
+void TestIniAndModes::fileModes_data()
+{
+    QTest::addColumn<int>("writer");
+    QTest::addColumn<int>("mode"); // of the file before the write; -1: no file yet
+    const auto all = writers();
+    for (int i = 0; i < all.size(); ++i) {
+        for (int mode : { -1, 0640, 0400 }) {
+            const QString state = mode < 0 ? QStringLiteral("new") : QStringLiteral("was 0%1").arg(mode, 0, 8);
+            QTest::newRow(qPrintable(QStringLiteral("%1, %2").arg(QLatin1String(all[i].first), state))) << i << mode;
+        }
+    }
+}
+
+void TestIniAndModes::fileModes()
+{
+    QFETCH(int, writer);
+    QFETCH(int, mode);
+    const QString name = QString::fromLatin1(fileWrittenBy(writer));
+    if (mode >= 0) {
+        writeText(name, QByteArray());
+        QCOMPARE(::chmod(QFile::encodeName(name).constData(), mode_t(mode)), 0);
+    }
+    writers()[writer].second();
+    QVERIFY(QFileInfo(name).size() > 0 || (mode & 0200) == 0); // read-only: written by root only
+    // A new file is its owner's only; an existing one keeps its mode, never widened.
+    QCOMPARE(modeOf(name), mode >= 0 ? mode : 0600);
+}
+
+KVMS_TEST_CLASS(TestIniAndModes)
+#include "TestIniAndModes.moc"

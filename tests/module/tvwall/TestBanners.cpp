@@ -1,0 +1,178 @@
+// The banner through the worker, the decoder's record and the "bannerinfo" mirror.
+#include "RawWall.h"
+#include "WallRig.h"
+
+#include "QueuedSignalSpy.h"
+#include "SignalRecorder.h"
+#include "SuiteMain.h"
+
+#include "TestTimeout.h"
+#include "TvWallIni.h"
+
+#include <QtTest>
+
+#include <cstring>
+
+using namespace kvms_matrix;
+using kvmstest::scaled;
+
+namespace {
+
+MatrixBannerInfo bannerOf(const QString& message, int h, int fontPercent)
+{
+    MatrixBannerInfo banner;
+    banner.message = message;
+    banner.x = 0;
+    banner.y = 30000;
+    banner.w = 16384;
+    banner.h = h;
+    banner.direction = 1;
+    banner.speed = 3;
+    banner.fontPercent = fontPercent;
+    banner.fontColor = QColor(16, 32, 48);
+    banner.backColor = QColor(0, 0, 0, 128);
+    return banner;
+}
+
+int setBannerThroughWorker(const WallRig::Handle& h, const MatrixBannerInfo& banner)
+{
+    QueuedSignalSpy set(WallRig::worker(), &MatrixSdkWorker::signalSetBannerResult);
+    WallRig::worker()->setBanner(h, banner);
+    return set.wait(scaled(5000)) ? set.at(0).at(0).toInt() : 1;
+}
+
+} // namespace
+
+class TestBanners : public QObject, public WallRig {
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { QVERIFY(enterWorkDirectory()); }
+    void cleanup() { QVERIFY(settle()); }
+    void cleanupTestCase() { QVERIFY(leaveWorkDirectory()); }
+    void bannerFontSize_data();
+    void bannerFontSize();
+    void decoderBannerMirror_data();
+    void decoderBannerMirror();
+    void removedBannerKeepsTextAndColours();
+};
+
+void TestBanners::bannerFontSize_data()
+{
+    QTest::addColumn<QString>("message");
+    QTest::addColumn<int>("height");
+    QTest::addColumn<int>("percent");
+    QTest::addColumn<int>("fontSize");
+    QTest::addColumn<QByteArray>("stored");
+    QTest::newRow("height 2000 at 50") << "Welcome" << 2000 << 50 << 1000 << QByteArray("Welcome");
+    QTest::newRow("truncated both ways") << "x" << 333 << 33 << 109 << QByteArray("x");
+    QTest::newRow("message cut to its field") << QString(2000, 'm') << 1000 << 10 << 100 << QByteArray(1023, 'm');
+}
+
+void TestBanners::bannerFontSize()
+{
+    QFETCH(QString, message);
+    QFETCH(int, height);
+    QFETCH(int, percent);
+    QFETCH(int, fontSize);
+    QFETCH(QByteArray, stored);
+    vdec::VirtualDecoder* d = startDecoder();
+    QVERIFY(d);
+    const Handle h = connectWorker(d);
+    QVERIFY(h);
+
+    QCOMPARE(setBannerThroughWorker(h, bannerOf(message, height, percent)), CMATRIX_OK);
+    const BannerInfo_t sent = d->snapshot().banner;
+    QCOMPARE(int(sent.show), 1);
+    QCOMPARE(sent.fontSize, fontSize);
+    QCOMPARE(sent.h, height);
+    QCOMPARE(sent.y, 30000);
+    QCOMPARE(sent.fontColor, 0xFF102030u);
+    QCOMPARE(sent.backColor, 0x80000000u);
+    QCOMPARE(QByteArray(sent.message), stored);
+    TvWallIni::Banner ini = TvWallIni::readBanner();
+    QCOMPARE(ini.fontPercent, percent);
+    QCOMPARE(ini.w, 16384);
+    QCOMPARE(ini.fontColor.name(), QStringLiteral("#102030"));
+}
+
+void TestBanners::decoderBannerMirror_data()
+{
+    QTest::addColumn<int>("show");
+    QTest::addColumn<int>("height");
+    QTest::addColumn<int>("fontSize");
+    QTest::addColumn<int>("storedWidth");
+    QTest::addColumn<int>("storedPercent");
+    QTest::newRow("shown") << 1 << 200 << 100 << 500 << 50;
+    QTest::newRow("percentage truncated") << 1 << 333 << 109 << 500 << 32;
+    QTest::newRow("height 0 keeps the stored percentage") << 1 << 0 << 100 << 500 << 40;
+    QTest::newRow("hidden: width 0, the rest kept") << 0 << 200 << 50 << 0 << 25;
+}
+
+void TestBanners::decoderBannerMirror()
+{
+    QFETCH(int, show);
+    QFETCH(int, height);
+    QFETCH(int, fontSize);
+    QFETCH(int, storedWidth);
+    QFETCH(int, storedPercent);
+    TvWallIni::Banner earlier;
+    earlier.fontPercent = 40;
+    TvWallIni::writeBanner(earlier);
+
+    BannerInfo_t record;
+    std::memset(&record, 0, sizeof record);
+    record.show = uint8_t(show);
+    std::strcpy(record.message, "Hello");
+    record.x = 100;
+    record.y = 7;
+    record.w = 500;
+    record.h = height;
+    record.fontSize = fontSize;
+    record.direction = 1;
+    record.speed = 3;
+    record.fontColor = 0x80FF0000u;
+    record.backColor = 0xFF0000FFu;
+    MatrixSdkWorker::mirrorDecoderBanner(record);
+
+    const MatrixBannerInfo ini = worker()->getBanner(Handle()); // the forms read the mirror
+    QCOMPARE(ini.w, storedWidth);
+    QCOMPARE(ini.fontPercent, storedPercent);
+    QCOMPARE(ini.message, QStringLiteral("Hello"));
+    QCOMPARE(ini.x, 100);
+    QCOMPARE(ini.y, 7);
+    QCOMPARE(ini.h, height);
+    QCOMPARE(QList<int>({ ini.direction, ini.speed }), QList<int>({ 1, 3 }));
+    QCOMPARE(ini.fontColor.name(), QStringLiteral("#ff0000"));
+    QCOMPARE(ini.backColor.name(), QStringLiteral("#0000ff"));
+}
+
+void TestBanners::removedBannerKeepsTextAndColours()
+{
+    vdec::VirtualDecoder* d = startDecoder();
+    QVERIFY(d);
+    const Handle h = connectWorker(d);
+    QVERIFY(h);
+    // Nothing stored yet: no banner, painted white on black.
+    MatrixBannerInfo none = worker()->getBanner(h);
+    QCOMPARE(none.w, 0);
+    QCOMPARE(none.fontColor, QColor(Qt::white));
+    QCOMPARE(none.backColor, QColor(Qt::black));
+
+    // A message with the INI's own separators and a character past Latin-1.
+    const QString message = QString::fromUtf8("Closing at 10:00 \xE2\x80\x94 stay calm; = [x]");
+    QCOMPARE(setBannerThroughWorker(h, bannerOf(message, 2000, 50)), CMATRIX_OK);
+    QueuedSignalSpy removed(worker(), &MatrixSdkWorker::signalRemoveBannerResult);
+    worker()->removeBanner(h);
+    QVERIFY(removed.wait(scaled(5000)));
+    QCOMPARE(removed.at(0).at(0).toInt(), CMATRIX_OK);
+    QCOMPARE(int(d->snapshot().banner.show), 0);
+    const TvWallIni::Banner ini = TvWallIni::readBanner();
+    QCOMPARE(ini.x + ini.y + ini.w + ini.h, 0);
+    QCOMPARE(ini.message, message);
+    QCOMPARE(ini.fontPercent, 50);
+    QCOMPARE(ini.fontColor.name(), QStringLiteral("#102030"));
+}
+
+KVMS_TEST_CLASS(TestBanners)
+#include "TestBanners.moc"

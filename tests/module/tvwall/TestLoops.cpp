@@ -1,0 +1,240 @@
+// Loops through the worker: ids, edits, the sources as the decoder stores them, and a loop that
+// really turns in a window.
+#include "RawWall.h"
+#include "WallRig.h"
+
+#include "QueuedSignalSpy.h"
+#include "SignalRecorder.h"
+#include "SuiteMain.h"
+
+#include "SchemeDeviceRecord.h"
+#include "TestTimeout.h"
+
+#include "MessageType.h"
+
+#include <QtTest>
+
+#include <cstring>
+
+using namespace kvms_matrix;
+using cmatrix::wire::MessageType;
+using kvmstest::scaled;
+
+namespace {
+
+MatrixLoopInfo loopOf(int id, const QString& name, const QStringList& cameraIds)
+{
+    MatrixLoopInfo loop;
+    loop.loopId = id;
+    loop.loopName = name;
+    loop.loopInterval = 1;
+    for (int i = 0; i < cameraIds.size(); ++i) {
+        MatrixDeviceInfo device;
+        device.deviceId = cameraIds.at(i);
+        device.deviceName = cameraIds.at(i);
+        device.channel = i + 1;
+        loop.devices.append(device);
+    }
+    return loop;
+}
+
+QStringList sourceIdsOf(const vdec::Scheme* scheme)
+{
+    QStringList ids;
+    for (const SchemeDevice_t& d : scheme->devices)
+        ids.append(QString::fromLatin1(d.devId));
+    return ids;
+}
+
+} // namespace
+
+class TestLoops : public QObject, public WallRig {
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { QVERIFY(enterWorkDirectory()); }
+    void cleanup() { QVERIFY(settle()); }
+    void cleanupTestCase() { QVERIFY(leaveWorkDirectory()); }
+    void savingALoop_data();
+    void savingALoop();
+    void protocolNames_data();
+    void protocolNames();
+    void listSkipsEmptySources();
+    void startedLoopTurnsAndStops_data();
+    void startedLoopTurnsAndStops();
+};
+
+void TestLoops::savingALoop_data()
+{
+    QTest::addColumn<QList<int>>("existing"); // schemes "old" of Cam-1, Cam-2, Cam-3
+    QTest::addColumn<int>("loopId"); // 0: a new loop
+    QTest::addColumn<int>("deleteFault"); // 0: none
+    QTest::addColumn<int>("expectedId");
+    const QList<int> four { 4 };
+    QTest::newRow("new: first free between 1 and 3") << QList<int> { 1, 3 } << 0 << 0 << 2;
+    QTest::newRow("new: no schemes yet") << QList<int> {} << 0 << 0 << 1;
+    QTest::newRow("replaced under the same id") << four << 4 << 0 << 4;
+    QTest::newRow("delete refused, nothing written") << four << 4 << int(CMATRIX_ERR_BUSY) << 4;
+}
+
+void TestLoops::savingALoop()
+{
+    QFETCH(QList<int>, existing);
+    QFETCH(int, loopId);
+    QFETCH(int, deleteFault);
+    QFETCH(int, expectedId);
+    vdec::VirtualDecoder* d = startDecoder();
+    QVERIFY(d);
+    RawWall raw(d);
+    QVERIFY(raw.ok());
+    for (int id : existing)
+        QCOMPARE(raw.createScheme(uint32_t(id), "old", { "Cam-1", "Cam-2", "Cam-3" }), CMATRIX_OK);
+    const Handle h = connectWorker(d);
+    QVERIFY(h);
+    if (deleteFault)
+        d->faults().failNext(MessageType::SchemeDel, deleteFault);
+
+    QueuedSignalSpy set(worker(), &MatrixSdkWorker::signalSetLoopInfoResult);
+    worker()->setLoopInfo(h, loopOf(loopId, QStringLiteral("Lobby"), { "Cam-a", "Cam-b" }));
+    QVERIFY(set.wait(scaled(5000)));
+    QCOMPARE(set.at(0).at(0).toInt(), deleteFault ? deleteFault : CMATRIX_OK);
+    QCOMPARE(set.at(0).at(1).value<MatrixLoopInfo>().loopId, expectedId);
+
+    const vdec::DecoderSnapshot s = d->snapshot();
+    const vdec::Scheme* scheme = s.scheme(uint32_t(expectedId));
+    QVERIFY(scheme);
+    QCOMPARE(QString::fromUtf8(scheme->info.name), deleteFault ? QStringLiteral("old") : QStringLiteral("Lobby"));
+    QCOMPARE(scheme->info.kind, 4);
+    QCOMPARE(scheme->info.interval, 1u);
+    QCOMPARE(sourceIdsOf(scheme),
+        deleteFault ? QStringList({ "Cam-1", "Cam-2", "Cam-3" }) : QStringList({ "Cam-a", "Cam-b" }));
+    QCOMPARE(int(s.schemes.size()), existing.size() + (loopId ? 0 : 1));
+}
+
+void TestLoops::protocolNames_data()
+{
+    QTest::addColumn<int>("protocol");
+    QTest::addColumn<QString>("name");
+    QTest::newRow("0") << 0 << "kst1.0";
+    QTest::newRow("1") << 1 << "kst2.0";
+    QTest::newRow("2") << 2 << "onvif";
+    QTest::newRow("3") << 3 << "rtsp";
+    QTest::newRow("7") << 7 << "rtspPlayback";
+    QTest::newRow("6 local source") << 6 << "";
+    QTest::newRow("negative") << -1 << "";
+}
+
+void TestLoops::protocolNames()
+{
+    QFETCH(int, protocol);
+    QFETCH(QString, name);
+    DeviceInfo_t d {};
+    d.protocol = protocol;
+    // A device id that fills its whole field, with no NUL, must not run into the next field.
+    std::memset(d.devId, 'D', sizeof d.devId);
+    std::memset(d.name, 'N', sizeof d.name);
+    std::strcpy(d.ip, "127.0.0.9");
+    std::strcpy(d.mainUrl, "rtsp://127.0.0.9/0");
+    d.channel = 3;
+    d.stream = 1;
+    d.port = 554;
+    const SchemeDevice_t record = SchemeDeviceRecord::fromDescriptor(d);
+    QCOMPARE(QString::fromLatin1(record.protocolName), name);
+    QCOMPARE(QByteArray(record.devId), QByteArray(31, 'D'));
+    QCOMPARE(QByteArray(record.name), QByteArray(99, 'N'));
+    QCOMPARE(QByteArray(record.ip), QByteArray("127.0.0.9"));
+    QCOMPARE(QByteArray(record.mainUrl), QByteArray("rtsp://127.0.0.9/0"));
+    QCOMPARE(record.channel, 3);
+    QCOMPARE(record.stream, 1);
+    QCOMPARE(record.port, 554);
+}
+
+void TestLoops::listSkipsEmptySources()
+{
+    vdec::VirtualDecoder* d = startDecoder();
+    QVERIFY(d);
+    RawWall raw(d);
+    QVERIFY(raw.ok());
+    QCOMPARE(raw.createScheme(2, "two", { "Cam-1", "", "Cam-3" }), CMATRIX_OK);
+    QCOMPARE(raw.createScheme(5, "five", { "Cam-5" }), CMATRIX_OK);
+    const Handle h = connectWorker(d);
+    QVERIFY(h);
+
+    QueuedSignalSpy listed(worker(), &MatrixSdkWorker::signalGetLoopInfoResult);
+    worker()->getLoopInfo(h);
+    QVERIFY(listed.wait(scaled(5000)));
+    const auto loops = listed.at(0).at(0).value<QList<MatrixLoopInfo>>();
+    QCOMPARE(loops.size(), 2);
+    QCOMPARE(loops.at(0).loopId, 2);
+    QCOMPARE(loops.at(0).loopName, QStringLiteral("two"));
+    QCOMPARE(loops.at(0).loopInterval, 1);
+    QCOMPARE(loops.at(0).devices.size(), 2);
+    QCOMPARE(loops.at(0).devices.at(1).deviceId, QStringLiteral("Cam-3"));
+    QCOMPARE(loops.at(0).devices.at(1).channel, 3);
+    QCOMPARE(loops.at(1).loopId, 5);
+}
+
+void TestLoops::startedLoopTurnsAndStops_data()
+{
+    QTest::addColumn<int>("division");
+    QTest::addColumn<int>("startIndex");
+    QTest::addColumn<int>("startSentAs");
+    QTest::newRow("one sub-window, from the second source") << 1 << 1 << 1;
+    QTest::newRow("four sub-windows, unset start") << 4 << -1 << 0;
+}
+
+void TestLoops::startedLoopTurnsAndStops()
+{
+    QFETCH(int, division);
+    QFETCH(int, startIndex);
+    QFETCH(int, startSentAs);
+    // A loop second lasts 40 ms here, so the window turns within the test.
+    vdec::VirtualDecoder* d = startDecoder([](vdec::DecoderConfig& c) { c.turnUnitMs = 40; });
+    QVERIFY(d);
+    RawWall raw(d);
+    QVERIFY(raw.ok());
+    QCOMPARE(raw.addWindow(1, division), CMATRIX_OK);
+    QCOMPARE(raw.addWindow(2), CMATRIX_OK);
+    QCOMPARE(
+        raw.createScheme(3, "turn", { "Cam-0", "Cam-1", "Cam-2", "Cam-3", "Cam-4", "Cam-5", "Cam-6" }), CMATRIX_OK);
+    const Handle h = connectWorker(d);
+    QVERIFY(h);
+
+    using RestoreSignal = void (MatrixSdkWorker::*)(int, int, int, const QList<MatrixSubWindowInfo>&);
+    QueuedSignalSpy restored(worker(), static_cast<RestoreSignal>(&MatrixSdkWorker::signalRestoreLoopInfoResult));
+    worker()->restoreLoopInfo(h, startIndex, 1, loopOf(3, QStringLiteral("turn"), {}));
+    QVERIFY(restored.wait(scaled(5000)));
+    QCOMPARE(restored.at(0).at(0).toInt(), CMATRIX_OK);
+    QCOMPARE(restored.at(0).at(1).toInt(), 3);
+    QCOMPARE(restored.at(0).at(2).toInt(), 1);
+    const auto subs = restored.at(0).at(3).value<QList<MatrixSubWindowInfo>>();
+    QCOMPARE(subs.size(), division);
+    for (int k = 0; k < division; ++k) {
+        QCOMPARE(subs.at(k).subWindowId, k + 1);
+        QCOMPARE(subs.at(k).subWindowIndex, k);
+        QCOMPARE(subs.at(k).device.deviceType, 0);
+    }
+
+    vdec::DecoderSnapshot s = d->snapshot();
+    QVERIFY(s.loops.count(1));
+    QCOMPARE(s.loops.at(1).schemeId, 3u);
+    QCOMPARE(s.loops.at(1).startIndex, startSentAs);
+    QCOMPARE(s.window(1)->sourceKind, 1);
+    // The decoder moves the window on by itself: sub-window 1 shows another source later.
+    const QByteArray first(s.window(1)->sources.at(1).devId);
+    QTRY_VERIFY_WITH_TIMEOUT(QByteArray(d->snapshot().window(1)->sources.at(1).devId) != first, scaled(5000));
+
+    QCOMPARE(worker()->stopMatrixLoop(h, 1), CMATRIX_OK);
+    s = d->snapshot();
+    QVERIFY(s.loops.empty());
+    QCOMPARE(s.window(1)->sourceKind, 0);
+    // Starting and stopping are logged under the removal's name.
+    const QString log = logText();
+    QVERIFY(log.contains(QRegularExpression(
+        R"(\{ funcName = removeMatrixLoopInfo , params \{ mHandle = 0x[0-9a-f]+ , windowId = 1 \} , ret = 0 , time = )")));
+    QVERIFY(log.contains(QRegularExpression(
+        R"(\{ funcName = removeMatrixLoopInfo , params \{ mHandle = 0x[0-9a-f]+ , windowId = \d{4}-\d\d-\d\d \d\d:\d\d:\d\d , loopId = 3 \} , ret = 0 , time = )")));
+}
+
+KVMS_TEST_CLASS(TestLoops)
+#include "TestLoops.moc"

@@ -1,0 +1,312 @@
+// Scenes through the worker, and every task of the wall without a usable connection.
+#include "RawWall.h"
+#include "WallRig.h"
+
+#include "QueuedSignalSpy.h"
+#include "SignalRecorder.h"
+
+#include "MessageType.h"
+#include "SuiteMain.h"
+
+#include "TestTimeout.h"
+
+#include <QtTest>
+
+#include <algorithm>
+#include <functional>
+
+using namespace kvms_matrix;
+using kvmstest::scaled;
+
+namespace {
+
+int devIdShown(const vdec::Window* window, int sub)
+{
+    if (!window || !window->sources.count(sub))
+        return 0;
+    return QByteArray(window->sources.at(sub).devId).mid(4).toInt(); // "cam-N"
+}
+
+} // namespace
+
+class TestScenes : public QObject, public WallRig {
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { QVERIFY(enterWorkDirectory()); }
+    void cleanup() { QVERIFY(settle()); }
+    void cleanupTestCase() { QVERIFY(leaveWorkDirectory()); }
+    void newSceneId_data();
+    void newSceneId();
+    void renameStoresTheCurrentWall_data();
+    void renameStoresTheCurrentWall();
+    void restoreListAndRemove();
+    void withoutConnection_data();
+    void withoutConnection();
+};
+
+void TestScenes::newSceneId_data()
+{
+    QTest::addColumn<QList<int>>("existing");
+    QTest::addColumn<int>("requested");
+    QTest::addColumn<int>("expected");
+    QTest::addColumn<int>("scenesAfter");
+    QTest::addColumn<int>("listRead"); // what the decoder answers to the scene list
+    QTest::addColumn<QString>("name");
+    const QString morning = QStringLiteral("Morning");
+    QTest::newRow("first free between 1, 2 and 4") << QList<int> { 1, 2, 4 } << -1 << 3 << 4 << 0 << morning;
+    QTest::newRow("explicit id overwrites") << QList<int> { 1, 2 } << 2 << 2 << 2 << 0 << morning;
+    // Guessing id 1 would overwrite the operator's scene 1.
+    QTest::newRow("list unreadable: refused") << QList<int> { 1 } << -1 << -1 << 1 << int(CMATRIX_ERR_BUSY) << morning;
+    // 150 two-byte characters do not fit 99 bytes: the cut falls between two characters.
+    QTest::newRow("name cut to its field") << QList<int> {} << -1 << 1 << 1 << 0 << QString(150, QChar(0x00E9));
+}
+
+void TestScenes::newSceneId()
+{
+    QFETCH(QList<int>, existing);
+    QFETCH(int, requested);
+    QFETCH(int, expected);
+    QFETCH(int, scenesAfter);
+    QFETCH(int, listRead);
+    QFETCH(QString, name);
+    vdec::VirtualDecoder* d = startDecoder();
+    QVERIFY(d);
+    RawWall raw(d);
+    QVERIFY(raw.ok());
+    for (int id : existing)
+        QCOMPARE(raw.createScene(uint32_t(id), "old"), CMATRIX_OK);
+    const Handle h = connectWorker(d);
+    QVERIFY(h);
+
+    if (listRead != CMATRIX_OK)
+        d->faults().failNext(cmatrix::wire::MessageType::SceneGet, listRead);
+    int marker = 0;
+    QueuedSignalSpy saved(worker(), &MatrixSdkWorker::signalSaveSceneResult);
+    worker()->saveScene(h, requested, name, &marker);
+    QVERIFY(saved.wait(scaled(5000)));
+    QCOMPARE(saved.at(0).at(0).toInt(), listRead);
+    QCOMPARE(saved.at(0).at(1).toInt(), expected);
+    QCOMPARE(saved.at(0).at(2).toString(), name.left(49));
+    QCOMPARE(saved.at(0).at(3).value<void*>(), static_cast<void*>(&marker));
+
+    const vdec::DecoderSnapshot s = d->snapshot();
+    QCOMPARE(int(s.scenes.size()), scenesAfter);
+    const uint32_t kept = listRead == CMATRIX_OK ? uint32_t(expected) : 1u;
+    QVERIFY(s.scene(kept));
+    QCOMPARE(QString::fromStdString(s.scene(kept)->name), listRead == CMATRIX_OK ? name.left(49) : "old");
+}
+
+void TestScenes::renameStoresTheCurrentWall_data()
+{
+    QTest::addColumn<int>("sceneId");
+    QTest::addColumn<int>("ret");
+    QTest::newRow("existing scene") << 5 << CMATRIX_OK;
+    QTest::newRow("unknown scene writes nothing") << 6 << CMATRIX_ERR_SCENE_NOT_FOUND;
+}
+
+void TestScenes::renameStoresTheCurrentWall()
+{
+    QFETCH(int, sceneId);
+    QFETCH(int, ret);
+    vdec::VirtualDecoder* d = startDecoder();
+    QVERIFY(d);
+    RawWall raw(d);
+    QVERIFY(raw.ok());
+    QCOMPARE(raw.addWindow(1), CMATRIX_OK);
+    QCOMPARE(raw.bind(1, 1, "cam-1"), CMATRIX_OK);
+    QCOMPARE(raw.createScene(5, "old"), CMATRIX_OK);
+    QCOMPARE(raw.bind(1, 1, "cam-2"), CMATRIX_OK); // the wall moves on after the save
+    const Handle h = connectWorker(d);
+    QVERIFY(h);
+
+    QueuedSignalSpy modified(worker(), &MatrixSdkWorker::signalModifySceneResult);
+    worker()->modifyScene(h, sceneId, QStringLiteral("renamed"));
+    QVERIFY(modified.wait(scaled(5000)));
+    QCOMPARE(modified.at(0).at(0).toInt(), ret);
+    QCOMPARE(modified.at(0).at(1).toInt(), sceneId);
+
+    const vdec::DecoderSnapshot s = d->snapshot();
+    QCOMPARE(int(s.scenes.size()), 1);
+    const vdec::Scene* scene = s.scene(uint32_t(ret == CMATRIX_OK ? sceneId : 5));
+    QVERIFY(scene);
+    QCOMPARE(
+        QString::fromStdString(scene->name), ret == CMATRIX_OK ? QStringLiteral("renamed") : QStringLiteral("old"));
+    QCOMPARE(int(scene->windows.size()), 1);
+    QCOMPARE(devIdShown(&scene->windows.front(), 1), ret == CMATRIX_OK ? 2 : 1);
+}
+
+void TestScenes::restoreListAndRemove()
+{
+    vdec::VirtualDecoder* d = startDecoder();
+    QVERIFY(d);
+    RawWall raw(d);
+    QVERIFY(raw.ok());
+    QCOMPARE(raw.addWindow(1), CMATRIX_OK);
+    QCOMPARE(raw.bind(1, 1, "cam-7"), CMATRIX_OK);
+    const Handle h = connectWorker(d);
+    QVERIFY(h);
+    MatrixSdkWorker* w = worker();
+
+    QueuedSignalSpy saved(w, &MatrixSdkWorker::signalSaveSceneResult);
+    w->saveScene(h, -1, QStringLiteral("seven"), nullptr);
+    QVERIFY(saved.wait(scaled(5000)));
+    QCOMPARE(raw.bind(1, 1, "cam-8"), CMATRIX_OK);
+
+    QueuedSignalSpy restored(w, &MatrixSdkWorker::signalRestoreSceneResult);
+    QueuedSignalSpy listed(w, &MatrixSdkWorker::signalGetSceneInfoResult);
+    QueuedSignalSpy removed(w, &MatrixSdkWorker::signalRemoveSceneResult);
+    w->restoreScene(h, 1);
+    w->getScene(h);
+    w->removeScene(h, 1);
+    w->removeScene(h, 1);
+    w->getScene(h);
+    QTRY_COMPARE_WITH_TIMEOUT(listed.count(), 2, scaled(5000));
+    QCOMPARE(restored.at(0).at(0).toInt(), CMATRIX_OK);
+    QCOMPARE(devIdShown(d->snapshot().window(1), 1), 7);
+    const auto before = listed.at(0).at(0).value<QList<MatrixSceneInfo>>();
+    QCOMPARE(before.size(), 1);
+    QCOMPARE(before.at(0).sceneId, 1);
+    QCOMPARE(before.at(0).sceneName, QStringLiteral("seven"));
+    QCOMPARE(removed.at(0).at(0).toInt(), CMATRIX_OK);
+    QCOMPARE(removed.at(1).at(0).toInt(), CMATRIX_ERR_SCENE_NOT_FOUND);
+    QVERIFY(listed.at(1).at(0).value<QList<MatrixSceneInfo>>().isEmpty());
+    // The list goes to the call log as JSON under the routine's name.
+    QVERIFY(logText().contains(QStringLiteral(R"(funcName = getMatrixScenes , params { mHandle = )")));
+    QVERIFY(logText().contains(QStringLiteral(R"( , ret = {"ret":[{"sceneId":1,"sceneName":"seven"}]}  , time = )")));
+    // The list goes back to the SDK logged, as every list of every topic does.
+    const QString handle = QStringLiteral("0x") + QString::number(quintptr(h->handle()), 16);
+    QVERIFY(logText().contains(
+        QStringLiteral("{ funcName = CMatrix_Free , params{ mHandle = %1 } , ret = 0 , ").arg(handle)));
+}
+
+namespace {
+
+// One task of the TV wall, queued with the given connection, and the signal that answers it.
+struct Operation {
+    const char* signal;
+    bool silentWithNull; // no answer at all for a null handle
+    bool silentWhenDisconnected;
+    std::function<void(MatrixSdkWorker*, const WallRig::Handle&)> queue;
+};
+
+const QList<Operation>& operations()
+{
+    using H = WallRig::Handle;
+    static const QList<Operation> list = {
+        { "signalSaveSceneResult", false, false,
+            [](MatrixSdkWorker* w, const H& h) { w->saveScene(h, -1, "x", nullptr); } },
+        { "signalRemoveSceneResult", false, false, [](MatrixSdkWorker* w, const H& h) { w->removeScene(h, 1); } },
+        { "signalRestoreSceneResult", false, false, [](MatrixSdkWorker* w, const H& h) { w->restoreScene(h, 1); } },
+        { "signalModifySceneResult", false, false, [](MatrixSdkWorker* w, const H& h) { w->modifyScene(h, 1, "y"); } },
+        { "signalSetLoopInfoResult", false, false,
+            [](MatrixSdkWorker* w, const H& h) { w->setLoopInfo(h, MatrixLoopInfo()); } },
+        { "signalRemoveLoopInfoResult", false, false, [](MatrixSdkWorker* w, const H& h) { w->removeLoopInfo(h, 1); } },
+        { "signalSetBannerResult", false, false,
+            [](MatrixSdkWorker* w, const H& h) { w->setBanner(h, MatrixBannerInfo()); } },
+        { "signalMatrixSetScreenColorResult", false, false,
+            [](MatrixSdkWorker* w, const H& h) { w->setMatrixScreenColor(h, 0, 0, ScreenColor {}); } },
+        { "signalSetAudioOutputEnableResult", false, false,
+            [](MatrixSdkWorker* w, const H& h) { w->setAudioOutputEnable(h, 1, 1, 50, true); } },
+        { "signalSetWindowSignalSourceResult", false, false,
+            [](MatrixSdkWorker* w, const H& h) { w->startPlayHdmiVideo(h, MatrixWindowInfo(), 1, 0); } },
+        { "signalClearWindowResult", false, false,
+            [](MatrixSdkWorker* w, const H& h) { w->stopPlayDevFile(h, MatrixWindowInfo(), 1); } },
+        { "signalAddWindowInfoResult", false, false,
+            [](MatrixSdkWorker* w, const H& h) {
+                MatrixWindowInfo floating = WallRig::windowInfo(9, 1);
+                floating.windowType = 2;
+                floating.w = floating.h = 100;
+                w->addWindowInfo(h, floating);
+            } },
+        { "signalRemoveWindowResult", false, false,
+            [](MatrixSdkWorker* w, const H& h) { w->removeWindow(h, WallRig::windowInfo(1, 1)); } },
+        { "signalSetWindowSplitResult", false, false,
+            [](MatrixSdkWorker* w, const H& h) { w->setWindowSplit(h, 1, 4); } },
+        { "signalClearWindowResult", false, false,
+            [](MatrixSdkWorker* w, const H& h) { w->clearWindow(h, 1, -1, 0); } },
+        { "signalSetFullWindowResult", false, false,
+            [](MatrixSdkWorker* w, const H& h) { w->setFullWindow(h, 1, 1, true); } },
+        { "signalSetWindowSignalSourceResult", false, false,
+            [](MatrixSdkWorker* w, const H& h) { w->setWindowSignalSource(h, WallRig::windowInfo(1, 1), 1, false); } },
+        { "signalCheckScreenResult", false, false, [](MatrixSdkWorker* w, const H& h) { w->checkScreen(h, 0, true); } },
+        // A layout goes to the connection registered for the address: none here.
+        { "signalSetLayoutResult", false, false,
+            [](MatrixSdkWorker* w, const H& h) {
+                w->setLayout(QStringLiteral("W"), 0, 1, 1, {}, h ? h->ip() : QStringLiteral("127.0.0.253"));
+            } },
+        // Moving a window never answers. Without divisions to report a loop start answers
+        // nothing; a hide answers nothing only for a null handle.
+        { "moveFloatingWindow", true, true,
+            [](MatrixSdkWorker* w, const H& h) { w->moveFloatingWindow(h, WallRig::windowInfo(9, 1)); } },
+        { "signalRestoreLoopInfoResult", true, true,
+            [](MatrixSdkWorker* w, const H& h) { w->restoreLoopInfo(h, 0, 1, MatrixLoopInfo()); } },
+        { "signalRemoveBannerResult", true, false, [](MatrixSdkWorker* w, const H& h) { w->removeBanner(h); } },
+    };
+    return list;
+}
+
+// What a decoder received, heartbeats left out.
+int requestsTo(vdec::VirtualDecoder* d)
+{
+    const auto all = d->journal().entries();
+    return int(std::count_if(all.begin(), all.end(), [](const vdec::JournalEntry& e) {
+        return cmatrix::wire::requestOf(e.type) != cmatrix::wire::MessageType::Heartbeat;
+    }));
+}
+
+} // namespace
+
+void TestScenes::withoutConnection_data()
+{
+    QTest::addColumn<bool>("disconnected"); // else a null handle
+    QTest::newRow("null handle") << false;
+    QTest::newRow("disconnected") << true;
+}
+
+// Every task of the wall is refused without a usable connection, and nothing reaches the decoder.
+void TestScenes::withoutConnection()
+{
+    QFETCH(bool, disconnected);
+    vdec::VirtualDecoder* d = startDecoder();
+    QVERIFY(d);
+    MatrixSdkWorker* w = worker();
+    Handle h = connectWorker(d); // also makes sure the worker's thread runs
+    QVERIFY(h);
+    QueuedSignalSpy gone(w, &MatrixSdkWorker::signalDisconnectMatrixResult);
+    w->disconnectMatrix(h);
+    QVERIFY(gone.wait(scaled(5000)));
+    QTRY_COMPARE_WITH_TIMEOUT(d->connectionCount(), 0, scaled(5000)); // its last words are in
+    if (!disconnected)
+        h.reset();
+    const int seenBefore = requestsTo(d);
+
+    SignalRecorder recorder(w, MatrixSdkWorker::staticMetaObject);
+    QMap<QByteArray, int> answers;
+    for (const Operation& op : operations()) {
+        op.queue(w, h);
+        if (!(disconnected ? op.silentWhenDisconnected : op.silentWithNull))
+            ++answers[op.signal];
+    }
+    w->getLayout(h, nullptr);
+    w->getWindowInfo(h); // answered in order, after the tasks under test
+    QTRY_COMPARE_WITH_TIMEOUT(recorder.count("signalGetWindowInfoResult"), 1, scaled(5000));
+    int total = 2;
+    for (auto it = answers.begin(); it != answers.end(); ++it) {
+        QVERIFY2(recorder.count(it.key()) == it.value(), it.key());
+        for (const QVariantList& args : recorder.argsOf(it.key()))
+            QVERIFY2(args.at(0).toInt() == CMATRIX_ERR_FAILED, it.key());
+        total += it.value();
+    }
+    QCOMPARE(recorder.total(), total);
+    const QVariantList layout = recorder.argsOf("signalGetLayoutInfoResult").at(0);
+    QCOMPARE(layout.at(1).toInt(), CMATRIX_ERR_FAILED);
+    QVERIFY(layout.at(2).value<QList<MatrixInfo>>().isEmpty());
+    const QVariantList wall = recorder.argsOf("signalGetWindowInfoResult").at(0);
+    QVERIFY(wall.at(0).value<QList<MatrixWindowInfo>>().isEmpty());
+    QCOMPARE(wall.mid(1), QVariantList({ 1, 1 }));
+    QCOMPARE(requestsTo(d), seenBefore);
+}
+
+KVMS_TEST_CLASS(TestScenes)
+#include "TestScenes.moc"

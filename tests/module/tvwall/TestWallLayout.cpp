@@ -1,0 +1,215 @@
+// A wall read through the worker (how each window lies on the grid, the call log lines of a
+// read), and a new layout laid and read back.
+#include "WallRig.h"
+
+#include "QueuedSignalSpy.h"
+#include "SuiteMain.h"
+
+#include "TestTimeout.h"
+#include "WireBuilders.h"
+
+#include <QRegularExpression>
+#include <QSettings>
+#include <QtTest>
+
+using namespace kvms_matrix;
+using kvmstest::scaled;
+
+namespace {
+
+MatrixInfo screensOf(const vdec::VirtualDecoder* d, const QList<int>& positions)
+{
+    MatrixInfo entry;
+    entry.ip = d->address();
+    for (int i = 0; i < positions.size(); ++i)
+        entry.screenList.append({ d->address() + QStringLiteral("-%1").arg(i + 1), i, 0, positions[i] });
+    return entry;
+}
+
+} // namespace
+
+class TestWallLayout : public QObject, public WallRig {
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { QVERIFY(enterWorkDirectory()); }
+    void cleanup() { QVERIFY(settle()); }
+    void cleanupTestCase() { QVERIFY(leaveWorkDirectory()); }
+    void windowsReadBack_data();
+    void windowsReadBack();
+    void readingIsLogged();
+    void newLayoutStartsCleanAndReadsBack();
+    void layoutWithinWhatTheDecoderHolds_data();
+    void layoutWithinWhatTheDecoderHolds();
+};
+
+void TestWallLayout::windowsReadBack_data()
+{
+    QTest::addColumn<int>("side"); // a wall of side x side cells
+    QTest::addColumn<QList<int>>("covered"); // cell windows deleted before the window is added
+    QTest::addColumn<QList<int>>("window"); // id, x, y, w, h, floating
+    QTest::addColumn<int>("type");
+    QTest::addColumn<int>("spanRows");
+    QTest::addColumn<QList<int>>("cells");
+
+    QTest::newRow("4x4, 2x2 from cell 6")
+        << 4 << QList<int> { 6, 7, 10, 11 } << QList<int> { 6, 8192, 8192, 16384, 16384, 0 } << 1 << 2
+        << QList<int> { 6, 7, 10, 11 };
+    QTest::newRow("3x3, to the wall's edge")
+        << 3 << QList<int> { 8, 9 } << QList<int> { 8, 10922, 21844, 21846, 10922, 0 } << 1 << 1 << QList<int> { 8, 9 };
+    QTest::newRow("floating, larger than a cell")
+        << 2 << QList<int> {} << QList<int> { 9, 100, 100, 20000, 20000, 1 } << 2 << 1 << QList<int> {};
+    QTest::newRow("smaller than its cell")
+        << 2 << QList<int> { 4 } << QList<int> { 4, 16384, 16384, 8000, 8000, 0 } << 0 << 1 << QList<int> {};
+}
+
+void TestWallLayout::windowsReadBack()
+{
+    QFETCH(int, side);
+    QFETCH(QList<int>, covered);
+    QFETCH(QList<int>, window);
+    QFETCH(int, type);
+    QFETCH(int, spanRows);
+    QFETCH(QList<int>, cells);
+    const Handle h = wallOn(side, side);
+    QVERIFY(h);
+    const std::vector<uint32_t> ids(covered.begin(), covered.end());
+    QVERIFY(ids.empty() || CMatrix_WindowDel(*sdk_, ids.data(), int(ids.size())) == CMATRIX_OK);
+    const MatrixWindow_t record
+        = kvmstest::window(uint32_t(window[0]), window[1], window[2], window[3], window[4], window[5] != 0);
+    QCOMPARE(CMatrix_WindowAdd(*sdk_, &record, 1, false), CMATRIX_OK);
+
+    int rows = 0;
+    int cols = 0;
+    const QList<MatrixWindowInfo> wall = readWall(h, &rows, &cols);
+    QCOMPARE(QList<int>({ rows, cols, wall.size() }), QList<int>({ side, side, side * side - covered.size() + 1 }));
+    const MatrixWindowInfo& w = wall.last(); // the decoder lists windows in creation order
+    QCOMPARE(QList<int>({ w.windowId, w.x, w.y, w.w, w.h }), window.mid(0, 5));
+    QCOMPARE(w.windowIndex, window[0] - 1);
+    QCOMPARE(w.windowType, type);
+    QCOMPARE(w.spanRows, spanRows);
+    QCOMPARE(w.spanCols, cells.isEmpty() ? 1 : cells.size() / spanRows);
+    QList<int> cellIds;
+    for (int k = 0; k < w.cells.size(); ++k) {
+        cellIds.append(w.cells[k].cellId);
+        QCOMPARE(QList<int>({ w.cells[k].row, w.cells[k].column }), QList<int>({ k / w.spanCols, k % w.spanCols }));
+    }
+    QCOMPARE(cellIds, cells);
+    // Floating windows stack above the others and do not number their sub-windows.
+    QCOMPARE(w.layer > 0, type == 2);
+    QCOMPARE(w.subWindows.size(), 1);
+    QCOMPARE(w.subWindows[0].subWindowId, type == 2 ? -1 : 1);
+}
+
+void TestWallLayout::readingIsLogged()
+{
+    const Handle h = wallOn(1, 2);
+    QVERIFY(h);
+    QCOMPARE(CMatrix_WindowSetDivision(*sdk_, 2, 4), CMATRIX_OK);
+    QCOMPARE(readWall(h).size(), 2);
+
+    const QString log = logText();
+    const QString handle
+        = QRegularExpression::escape(QStringLiteral("0x") + QString::number(quintptr(h->handle()), 16));
+    const QString end = QStringLiteral("time = [-0-9: ]+ ,  Elapsed = \\d+ \\}");
+    const QStringList expected {
+        "\\{ funcName = CMatrix_GetMatrix , params\\{ mHandle = %1 , layoutCol = 2 , layoutRow = 1 \\} , ret = 0 , %2",
+        "\\{ funcName = CMatrix_WindowGetDivision , params\\{ mHandle = %1 , windId = 1,2 , division = 1,4 \\} , "
+        "ret = 2 , %2",
+        "\\{ funcName = CMatrix_WindowDeviceGet , params \\{ mHandle = %1 ,windowId = 2 \\} , ret = 0  , time = "
+        "[-0-9: ]+  , Elapsed = \\d+ \\}\\n[-0-9:. ]+\\{\"deviceList\":\\[\\],\"windowId\":2\\}",
+        "\\{ funcName = CMatrix_Free , params\\{ mHandle = %1 \\} , ret = 0 , %2",
+    };
+    for (const QString& pattern : expected)
+        QVERIFY2(QRegularExpression(pattern.arg(handle, end)).match(log).hasMatch(), qPrintable(pattern));
+}
+
+void TestWallLayout::newLayoutStartsCleanAndReadsBack()
+{
+    const Handle h = wallOn(2, 2);
+    vdec::VirtualDecoder* main = decoder_;
+    vdec::VirtualDecoder* second = startDecoder();
+    QVERIFY(h && second && connectWorker(second));
+    SchemeInfo_t scheme {};
+    scheme.id = 3;
+    scheme.kind = 4;
+    scheme.interval = 5;
+    kvmstest::setText(scheme.name, "Gates");
+    BannerInfo_t banner {};
+    banner.show = 1;
+    banner.w = banner.h = 4000;
+    banner.fontSize = 2000;
+    kvmstest::setText(banner.message, "Closing at six");
+    QCOMPARE(CMatrix_SceneCreate(*sdk_, 1, "Day"), CMATRIX_OK);
+    QCOMPARE(CMatrix_SchemeSet(*sdk_, &scheme), CMATRIX_OK);
+    QCOMPARE(CMatrix_DisplayBanner(*sdk_, &banner), CMATRIX_OK);
+
+    const QList<MatrixInfo> screens { screensOf(main, { 0, 1 }), screensOf(second, { 5 }) };
+    QueuedSignalSpy laid(worker(), &MatrixSdkWorker::signalSetLayoutResult);
+    worker()->setLayout(QStringLiteral("Lobby"), 0, 2, 3, screens, main->address());
+    QVERIFY(laid.wait(scaled(10000)));
+    QCOMPARE(laid.at(0).at(0).toInt(), CMATRIX_OK);
+
+    const vdec::DecoderSnapshot s = main->snapshot();
+    QCOMPARE(s.name, QStringLiteral("Lobby"));
+    QCOMPARE(QList<int>({ s.cols, s.rows, int(s.windows.size()) }), QList<int>({ 3, 2, 6 }));
+    QVERIFY(s.scenes.empty() && s.schemes.empty());
+    QCOMPARE(s.banner.show, uint8_t(0));
+    for (const vdec::Window& w : s.windows) {
+        const int row = int(w.id - 1) / 3;
+        const int col = int(w.id - 1) % 3;
+        QCOMPARE(QList<int>({ w.x, w.y, w.w, w.h }), QList<int>({ col * 10922, row * 16384, 10922, 16384 }));
+    }
+    QCOMPARE(s.screens.size(), size_t(3));
+    const ScreenInfo_t& far = s.screens.back();
+    QCOMPARE(QList<int>({ far.position, far.port }), QList<int>({ 5, second->port() }));
+    QCOMPARE(QStringList({ far.ip, far.name, far.userName }),
+        QStringList({ second->address(), second->address() + QStringLiteral("-1"), QStringLiteral("admin") }));
+    // The other decoder of the wall is told its status with its own address.
+    QCOMPARE(second->snapshot().status, 2);
+    QCOMPARE(second->snapshot().masterIp, second->address());
+    QSettings ini(QStringLiteral("tvWallConfig.ini"), QSettings::IniFormat);
+    QCOMPARE(ini.value(QStringLiteral("bannerinfo/w")).toInt(), 0);
+
+    int marker = 0;
+    QueuedSignalSpy read(worker(), &MatrixSdkWorker::signalGetLayoutInfoResult);
+    worker()->getLayout(h, &marker);
+    QVERIFY(read.wait(scaled(5000)));
+    const QVariantList args = read.at(0);
+    QCOMPARE(args.mid(0, 2), QVariantList({ "Lobby", 0 }));
+    QCOMPARE(args.mid(3, 3), QVariantList({ 2, 3, main->address() }));
+    QCOMPARE(args.at(6).value<void*>(), static_cast<void*>(&marker));
+    const QList<MatrixInfo> back = args.at(2).value<QList<MatrixInfo>>();
+    QCOMPARE(back.size(), 2);
+    for (int i = 0; i < 2; ++i) {
+        QCOMPARE(back[i].ip, screens[i].ip);
+        QCOMPARE(back[i].screenList, screens[i].screenList);
+    }
+}
+
+void TestWallLayout::layoutWithinWhatTheDecoderHolds_data()
+{
+    QTest::addColumn<int>("side");
+    QTest::addColumn<int>("ret");
+    QTest::newRow("16 x 16, the largest grid") << 16 << CMATRIX_OK;
+    QTest::newRow("17 x 17, refused untouched") << 17 << CMATRIX_ERR_LIMIT;
+}
+
+void TestWallLayout::layoutWithinWhatTheDecoderHolds()
+{
+    QFETCH(int, side);
+    QFETCH(int, ret);
+    const Handle h = wallOn(2, 2);
+    QVERIFY(h);
+    QCOMPARE(CMatrix_SceneCreate(*sdk_, 1, "Day"), CMATRIX_OK);
+    QueuedSignalSpy laid(worker(), &MatrixSdkWorker::signalSetLayoutResult);
+    worker()->setLayout(QStringLiteral("Big"), 0, side, side, {}, decoder_->address());
+    QVERIFY(laid.wait(scaled(10000)));
+    QCOMPARE(laid.at(0).at(0).toInt(), ret);
+    const vdec::DecoderSnapshot s = decoder_->snapshot();
+    QCOMPARE(int(s.windows.size()), ret == CMATRIX_OK ? side * side : 4);
+    QCOMPARE(s.scenes.size(), size_t(ret == CMATRIX_OK ? 0 : 1));
+}
+
+KVMS_TEST_CLASS(TestWallLayout)
+#include "TestWallLayout.moc"
