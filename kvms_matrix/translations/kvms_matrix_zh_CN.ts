@@ -934,6 +934,60 @@
     </message>
 </context>
 <context>
+    <name>kvms_matrix::PlaybackBarWt</name>
+    <message>
+        <source>Pause</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stop playback</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Resume</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 (end)</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>kvms_matrix::PlaybackDlg</name>
+    <message>
+        <source>Play back a recording</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Camera channel</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Begin</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>End</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Play back</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Choose a camera channel.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The begin time must be before the end time.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A playback covers one day at most.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>kvms_matrix::ScreenColourDlg</name>
     <message>
         <source>Screen colour (row %1, column %2)</source>
@@ -977,6 +1031,13 @@
     <message>
         <source>Streams</source>
         <translation>视频流</translation>
+    </message>
+</context>
+<context>
+    <name>kvms_matrix::WallPlayback</name>
+    <message>
+        <source>please select window</source>
+        <translation type="unfinished">请选择窗口</translation>
     </message>
 </context>
 </TS>
