@@ -8,6 +8,8 @@
 
 #include <chrono>
 
+#include <pthread.h>
+
 namespace {
 
 const char* const kPushedSource = "kavFrame";
@@ -129,6 +131,7 @@ void CKawsPlayer::paintEvent(QPaintEvent*)
 
 void CKawsPlayer::run()
 {
+    pthread_setname_np(pthread_self(), "kaws-player");
     const auto silence = std::chrono::milliseconds(kNoDataMs);
     bool silent = false;
     for (;;) {

@@ -13,6 +13,8 @@ extern "C" {
 
 #include <cstring>
 
+#include <pthread.h>
+
 namespace vms_sdk {
 
 namespace {
@@ -216,6 +218,7 @@ bool RecordingStream::open(Source& s)
 
 void RecordingStream::run()
 {
+    pthread_setname_np(pthread_self(), "vms-recording"); // told apart in profiles and /proc
     Source s;
     if (!open(s)) {
         if (!stopping_)

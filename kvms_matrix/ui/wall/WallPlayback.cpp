@@ -168,8 +168,9 @@ void WallPlayback::onSourceBound(int result, const MatrixWindowInfo& window, int
     player->hide(); // the picture goes to the wall; messages reach the operator in the tip
     player->setObjectName(QStringLiteral("matrixPlaybackPlayer"));
     player->setTarget(handle, window.windowId, subWindowId, window.windowType, channel);
-    connect(player, &CKawsPlayer::signalMessageShown, this, [this, choice](const QString& text, int) {
-        if (!text.isEmpty())
+    connect(player, &CKawsPlayer::signalMessageShown, this, [this, player, choice](const QString& text, int) {
+        // A paused replay has no data by design: that is no news for the operator.
+        if (!text.isEmpty() && player->playState() == 1)
             m_tip(QStringLiteral("%1: %2").arg(choice.name, text));
     });
     m_players.insert(key, player);
