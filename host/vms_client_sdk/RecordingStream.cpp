@@ -260,6 +260,8 @@ bool RecordingStream::applySeek(Source& s)
     {
         std::lock_guard<std::mutex> lock(mutex_);
         std::swap(offset, seekTo_);
+        if (offset >= 0)
+            reanchor_ = true; // the clock restarts at the new place, not at the last picture sent
     }
     if (offset < 0)
         return true;

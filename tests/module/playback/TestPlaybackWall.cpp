@@ -6,6 +6,7 @@
 #include "MonitorClient.h"
 #include "PlaybackBarWt.h"
 #include "PlayerbackPlayer.h"
+#include "RecordingClip.h"
 #include "SdkSession.h"
 #include "TestMain.h"
 #include "TestTimeout.h"
@@ -18,7 +19,6 @@
 
 #include <QJsonArray>
 #include <QJsonObject>
-#include <QProcess>
 #include <QPushButton>
 #include <QtTest>
 
@@ -32,23 +32,12 @@ private:
     kvmstest::DecoderFixture fixture_;
     QString clip_;
 
-    // A short H.264 recording in MP4 (length-prefixed pictures, so the library converts them).
-    bool makeClip()
-    {
-        clip_ = workDir_.filePath(QStringLiteral("recording.mp4"));
-        QProcess ffmpeg;
-        ffmpeg.start(QStringLiteral("ffmpeg"),
-            { "-hide_banner", "-loglevel", "error", "-nostdin", "-y", "-f", "lavfi", "-i",
-                "testsrc2=size=320x180:rate=25:duration=3", "-c:v", "libx264", "-preset", "ultrafast", "-g", "25",
-                "-bf", "0", "-pix_fmt", "yuv420p", clip_ });
-        return ffmpeg.waitForFinished(scaled(60000)) && ffmpeg.exitCode() == 0;
-    }
-
 private slots:
     void initTestCase()
     {
         QVERIFY(enterWorkDirectory());
-        if (!makeClip())
+        clip_ = workDir_.filePath(QStringLiteral("recording.mp4"));
+        if (!kvmstest::makeRecordingClip(clip_, 3))
             QSKIP("ffmpeg with libx264 is not available");
         const QString clip = clip_;
         vms_sdk::set_recording_locator([clip](const vms_sdk::PlaybackByTimeCondition&) { return clip; });
