@@ -41,6 +41,7 @@ public:
     void setWindowKey(const QString& key) { m_windowKey = key; }
     QString windowKey() const { return m_windowKey; }
     int channel() const { return m_channel; }
+    QSharedPointer<CSharedHandle> connection() const { return m_connection; }
 
     void Start(const vms_sdk::PlaybackByTimeCondition& condition);
     void Stop();

@@ -305,6 +305,7 @@ void MatrixForm::stopReconnecting()
 void MatrixForm::disconnectAll()
 {
     stopReconnecting();
+    m_playback->stopAll(); // before the links the replays send over go
     for (const MatrixInfo& d : m_state.decoders()) {
         if (m_state.link(d.ip) == MatrixPageState::Link::Connected)
             m_worker->disconnectMatrix(m_worker->getHandleByIp(d.ip));

@@ -194,13 +194,14 @@ void WallPlayback::finish(const QString& key, int windowId, int subWindowId, int
     m_pending.remove(key);
     PlayerbackPlayer* player = m_players.take(key);
     m_titles.remove(key);
+    // The decoder the replay went to, even when the page shows another one by now.
+    const QSharedPointer<CSharedHandle> handle = player ? player->connection() : m_handle();
     if (player) {
         player->Stop();
         player->deleteLater();
     }
     if (m_bar->windowKey() == key)
         m_bar->clearTarget();
-    const QSharedPointer<CSharedHandle> handle = m_handle();
     if (!handle)
         return;
     m_worker->removeMdHandle(handle, windowId, subWindowId, windowType);
