@@ -5,4 +5,5 @@
 #include "LogInfo.h"
 #include "PlaybackByTimeCondition.h"
 #include "PlaybackRequests.h"
+#include "RecordingSource.h"
 #include "StreamEvent.h"

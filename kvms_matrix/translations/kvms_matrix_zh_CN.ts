@@ -934,6 +934,107 @@
     </message>
 </context>
 <context>
+    <name>kvms_matrix::PlaybackBarWt</name>
+    <message>
+        <source>Pause</source>
+        <translation>暂停</translation>
+    </message>
+    <message>
+        <source>Stop playback</source>
+        <translation>停止回放</translation>
+    </message>
+    <message>
+        <source>Resume</source>
+        <translation>继续</translation>
+    </message>
+    <message>
+        <source>%1 (end)</source>
+        <translation>%1（结束）</translation>
+    </message>
+</context>
+<context>
+    <name>kvms_matrix::PlaybackDlg</name>
+    <message>
+        <source>Play back a recording</source>
+        <translation>回放录像</translation>
+    </message>
+    <message>
+        <source>Camera channel</source>
+        <translation>摄像机通道</translation>
+    </message>
+    <message>
+        <source>Begin</source>
+        <translation>开始时间</translation>
+    </message>
+    <message>
+        <source>End</source>
+        <translation>结束时间</translation>
+    </message>
+    <message>
+        <source>Play back</source>
+        <translation>回放</translation>
+    </message>
+    <message>
+        <source>Choose a camera channel.</source>
+        <translation>请选择摄像机通道。</translation>
+    </message>
+    <message>
+        <source>The begin time must be before the end time.</source>
+        <translation>开始时间必须早于结束时间。</translation>
+    </message>
+    <message>
+        <source>A playback covers one day at most.</source>
+        <translation>一次回放最长一天。</translation>
+    </message>
+</context>
+<context>
+    <name>kvms_matrix::PlayerbackPlayer</name>
+    <message>
+        <source>Unknown Error</source>
+        <translation>未知错误</translation>
+    </message>
+    <message>
+        <source>video connect Failed</source>
+        <translation>视频连接失败</translation>
+    </message>
+    <message>
+        <source>video connect broken</source>
+        <translation>视频连接断开</translation>
+    </message>
+    <message>
+        <source>dev login failed</source>
+        <translation>设备登录失败</translation>
+    </message>
+    <message>
+        <source>playback reach dev limit</source>
+        <translation>回放达到设备上限</translation>
+    </message>
+    <message>
+        <source>data receive timeout</source>
+        <translation>数据接收超时</translation>
+    </message>
+    <message>
+        <source>weak password,disable opening video</source>
+        <translation>弱密码，禁止打开视频</translation>
+    </message>
+    <message>
+        <source>device using default password,disable opening video</source>
+        <translation>设备使用默认密码，禁止打开视频</translation>
+    </message>
+    <message>
+        <source>device offline</source>
+        <translation>设备离线</translation>
+    </message>
+    <message>
+        <source>No Video Data</source>
+        <translation>无视频数据</translation>
+    </message>
+    <message>
+        <source>Video Data Decode Failed</source>
+        <translation>视频数据解码失败</translation>
+    </message>
+</context>
+<context>
     <name>kvms_matrix::ScreenColourDlg</name>
     <message>
         <source>Screen colour (row %1, column %2)</source>
@@ -977,6 +1078,13 @@
     <message>
         <source>Streams</source>
         <translation>视频流</translation>
+    </message>
+</context>
+<context>
+    <name>kvms_matrix::WallPlayback</name>
+    <message>
+        <source>please select window</source>
+        <translation>请选择窗口</translation>
     </message>
 </context>
 </TS>

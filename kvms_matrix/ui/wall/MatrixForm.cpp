@@ -12,6 +12,8 @@
 #include "TvWallIni.h"
 #include "CanvasMimic.h"
 #include "WallConfigStore.h"
+#include "PlaybackBarWt.h"
+#include "WallPlayback.h"
 
 #include "KSingleton.h"
 #include "SystemAssistant.h"
@@ -58,6 +60,7 @@ MatrixForm::~MatrixForm()
 {
     // Before the canvas it watches goes.
     delete m_mimic;
+    delete m_playback; // its players stop while the page's state is still there
 }
 
 void MatrixForm::buildLayout()
@@ -86,6 +89,10 @@ void MatrixForm::buildLayout()
     centreLayout->setContentsMargins(0, 0, 0, 0);
     centreLayout->addWidget(m_tip);
     centreLayout->addWidget(m_canvas, 1);
+    m_playback = new WallPlayback(
+        m_worker, m_canvas, m_sources, [this] { return m_state.currentHandle(); },
+        [this](const QString& t) { setTip(t); }, this);
+    centreLayout->addWidget(m_playback->bar());
 
     auto* side = new QWidget(this);
     buildLists(side);
@@ -298,6 +305,7 @@ void MatrixForm::stopReconnecting()
 void MatrixForm::disconnectAll()
 {
     stopReconnecting();
+    m_playback->stopAll(); // before the links the replays send over go
     for (const MatrixInfo& d : m_state.decoders()) {
         if (m_state.link(d.ip) == MatrixPageState::Link::Connected)
             m_worker->disconnectMatrix(m_worker->getHandleByIp(d.ip));

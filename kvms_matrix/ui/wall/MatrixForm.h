@@ -26,6 +26,7 @@ class DecoderStatusStrip;
 class MatrixSdkWorker;
 class SourcePane;
 class CanvasMimic;
+class WallPlayback;
 
 // The TV wall page: sources on the left, the wall in the middle, scenes and loops on the right,
 // the decoders' link states at the bottom. The one place that turns the operator's intent into
@@ -64,6 +65,7 @@ public:
     QWidget* sidePane() const { return m_side; }
     QList<MatrixLoopInfo> loops() const { return m_loops; }
     CanvasMimic* mimic() const { return m_mimic; }
+    WallPlayback* playback() const { return m_playback; }
 
 public slots:
     void slotConnectMatrixResult(QSharedPointer<CSharedHandle> mHandle, int result, int type, void* pUser);
@@ -190,6 +192,7 @@ private:
     QList<MatrixLoopInfo> m_loops; // the wall's loops as last read, in the decoder's order
     bool m_picturePending = false; // a background picture sent and not yet confirmed
     CanvasMimic* m_mimic = nullptr;
+    WallPlayback* m_playback = nullptr; // recordings replayed on the wall
 };
 
 } // namespace kvms_matrix

@@ -5,6 +5,7 @@
 #include "MatrixSdkWorker.h"
 #include "MatrixSignals.h"
 #include "SourcePane.h"
+#include "WallPlayback.h"
 
 #include "KSingleton.h"
 #include "SystemAssistant.h"
@@ -126,7 +127,10 @@ void MatrixForm::slotRightMemuClicked(int windowId, int subWindowId, int windowT
     case AutoStream:
         setStreamOf(windowId, subWindowId, windowType, -1);
         break;
-    default: // playback has a flow of its own
+    case Playback:
+        m_playback->openDialog(windowId, subWindowId, windowType);
+        break;
+    default:
         break;
     }
 }

@@ -1,0 +1,3 @@
+#include "SuiteMain.h"
+
+KVMS_SUITE_MAIN()
