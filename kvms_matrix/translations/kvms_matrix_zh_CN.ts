@@ -135,6 +135,65 @@
     </message>
 </context>
 <context>
+    <name>kvms_matrix::CaptureSettingsDlg</name>
+    <message>
+        <source>Screen capture settings</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Sending</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Pictures sent straight to the decoder</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>ONVIF stream pulled by the decoder</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>IPv4 address of the stream&apos;s publisher</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stream address</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ask before each projection</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Name on the wall</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Source id</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Project</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation type="unfinished">保存</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation type="unfinished">取消</translation>
+    </message>
+    <message>
+        <source>The decoder pulls rtsp://%1/0 (main stream) and rtsp://%1/1 (sub stream) from the encoder that publishes this desktop.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The primary screen with its pointer, as 1920 x 1080 JPEG pictures, up to 25 a second.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>kvms_matrix::ConnectErrorText</name>
     <message>
         <source>Decoder(%1) connection failed:Incorrect user name or password!</source>
@@ -830,6 +889,34 @@
     <message>
         <source>Set screen colour failed(%1).</source>
         <translation>设置屏幕颜色失败(%1)。</translation>
+    </message>
+    <message>
+        <source>The capture settings could not be saved.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Capture</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>How &quot;grab screen&quot; puts this desktop on the wall</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>HDMI input %1 (no signal)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The decoder has no HDMI input</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cannot set signal source under group loop</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Failed to add a video source: %1 is a video source already on the wall</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>

@@ -245,6 +245,7 @@ void MatrixForm::onWallConnected(const QSharedPointer<CSharedHandle>& handle)
     m_worker->getScene(handle);
     m_worker->getLoopInfo(handle);
     m_worker->getWindowInfo(handle);
+    m_worker->refreshHDMIStatus(handle); // the HDMI menu offers the inputs this unit has
     // The banner mirror is refreshed again when the wall has been read.
     m_canvas->setBannerInfo(m_worker->getBanner(handle));
     m_mimic->sync();
