@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <set>
+#include <string>
 
 namespace vdec {
 
@@ -19,9 +20,16 @@ bool isCamera(const DeviceInfo_t& d)
     return d.devId[0] != '\0' && d.protocol >= 0 && d.protocol <= 3;
 }
 
+// A camera read back and sent again loses the "&channel" tail of its id; the channel field keeps it.
+std::string cameraOf(const DeviceInfo_t& d)
+{
+    const std::string id(d.devId, strnlen(d.devId, sizeof d.devId));
+    return id.substr(0, id.find('&'));
+}
+
 bool sameCamera(const DeviceInfo_t& a, const DeviceInfo_t& b)
 {
-    return isCamera(a) && isCamera(b) && sameDevId(a, b) && a.channel == b.channel;
+    return isCamera(a) && isCamera(b) && a.channel == b.channel && cameraOf(a) == cameraOf(b);
 }
 
 } // namespace

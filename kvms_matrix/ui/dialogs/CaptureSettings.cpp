@@ -58,8 +58,11 @@ QString CaptureSettings::effectiveLabel() const
 
 bool CaptureSettings::streamAddressValid() const
 {
+    // Four dotted numbers: the resolver's short forms ("127.1") would reach another host than meant.
+    static const QRegularExpression dotted(QStringLiteral("^\\d{1,3}(\\.\\d{1,3}){3}$"));
     QHostAddress address;
-    return address.setAddress(streamAddress) && address.protocol() == QAbstractSocket::IPv4Protocol;
+    return dotted.match(streamAddress).hasMatch() && address.setAddress(streamAddress)
+        && address.protocol() == QAbstractSocket::IPv4Protocol;
 }
 
 MatrixDeviceInfo CaptureSettings::source(int windowId, int subWindowId) const

@@ -1,6 +1,7 @@
 // MatrixForm: the page's layout and its decoder links (login, loss, reconnect with back-off).
 #include "MatrixForm.h"
 
+#include "CanvasMimic.h"
 #include "ConnectErrorText.h"
 #include "ControlMatrixWt.h"
 #include "DecoderConfigDlg.h"
@@ -10,7 +11,6 @@
 #include "MatrixSignals.h"
 #include "SourcePane.h"
 #include "TvWallIni.h"
-#include "CanvasMimic.h"
 #include "WallConfigStore.h"
 
 #include "KSingleton.h"
@@ -51,7 +51,8 @@ MatrixForm::MatrixForm(QWidget* parent)
     setObjectName(QStringLiteral("matrixTvWallWt"));
     buildLayout();
     connectWorker();
-    m_mimic = new CanvasMimic(m_worker, m_canvas, [this] { return m_state.currentHandle(); }, this);
+    m_mimic = new CanvasMimic(
+        m_worker, m_canvas, [this] { return m_state.currentHandle(); }, this);
 }
 
 MatrixForm::~MatrixForm()

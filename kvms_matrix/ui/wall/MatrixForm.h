@@ -1,8 +1,8 @@
 #pragma once
 
 #include "CSharedHandle.h"
-#include "MatrixInfo.h"
 #include "MatrixBannerInfo.h"
+#include "MatrixInfo.h"
 #include "MatrixLoopInfo.h"
 #include "MatrixPageState.h"
 #include "MatrixSceneInfo.h"
@@ -11,6 +11,7 @@
 #include "KWidget.h"
 
 #include <QMap>
+#include <QPair>
 #include <QSharedPointer>
 #include <QStringList>
 
@@ -156,6 +157,9 @@ private:
     void chooseBackground(int windowId, int subWindowId, int windowType);
     // "grab screen": the capture settings first when the operator wants them asked (MatrixFormCapture.cpp).
     void grabScreen(int windowId, int subWindowId, int windowType);
+    // The desktop projection follows the sub-window it was put in: it stops when that one is
+    // cleared or given another source (subWindowId -1: the whole window).
+    void followProjection(int windowId, int subWindowId, bool projecting);
     void setStreamOf(int windowId, int subWindowId, int windowType, int stream);
     void startLoop(const MatrixLoopInfo& loop, int windowId, int windowType);
     void openLoopDialog(const MatrixLoopInfo& loop, bool editing);
@@ -197,6 +201,7 @@ private:
     QList<MatrixLoopInfo> m_loops; // the wall's loops as last read, in the decoder's order
     bool m_picturePending = false; // a background picture sent and not yet confirmed
     CanvasMimic* m_mimic = nullptr;
+    QPair<int, int> m_projection { -1, -1 }; // window and sub-window showing this desktop
 };
 
 } // namespace kvms_matrix

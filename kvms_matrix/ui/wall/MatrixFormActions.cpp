@@ -212,6 +212,9 @@ void MatrixForm::slotSetWindowSignalSourceResult(
     if (addedPic)
         m_picturePending = false;
     if (result == 0) {
+        for (const MatrixSubWindowInfo& sub : windowInfo.subWindows)
+            if (sub.subWindowId == subWindowId)
+                followProjection(windowInfo.windowId, subWindowId, sub.device.deviceType == 4);
         m_canvas->setWindowInfo(windowInfo);
         return;
     }

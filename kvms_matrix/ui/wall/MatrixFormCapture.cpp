@@ -3,7 +3,11 @@
 
 #include "CaptureSettingsDlg.h"
 
+#include "MatrixSdkWorker.h"
+
 #include "SystemAssistant.h"
+
+#include <QThreadPool>
 
 namespace kvms_matrix {
 
@@ -34,6 +38,20 @@ void MatrixForm::grabScreen(int windowId, int subWindowId, int windowType)
         bindSource(windowId, subWindowId, windowType, chosen.source(windowId, subWindowId), false);
     });
     dialog->open();
+}
+
+void MatrixForm::followProjection(int windowId, int subWindowId, bool projecting)
+{
+    if (projecting) {
+        m_projection = qMakePair(windowId, subWindowId);
+        return;
+    }
+    if (m_projection.first != windowId || (subWindowId != -1 && m_projection.second != subWindowId))
+        return;
+    m_projection = qMakePair(-1, -1);
+    // Stopping waits for the capture's current round: not on this thread.
+    MatrixSdkWorker* worker = m_worker;
+    QThreadPool::globalInstance()->start([worker] { worker->stopCaptureThread(); });
 }
 
 void MatrixForm::slotCaptureBtnClicked()

@@ -51,10 +51,12 @@ private slots:
     void refusedCallsKeepTheDeliberateUpdates();
     void backgroundPictureRules_data();
     void backgroundPictureRules();
+    void grabScreenFollowsTheCaptureSettings_data();
+    void grabScreenFollowsTheCaptureSettings();
     void joinAndUnjoinCells();
     void scenesSaveRenameAndRecall();
     void sceneLimit();
-    void refusedSaveAndBindLoseNothing();
+    void refusedSceneSaveAndRenameKey();
     void loopMadeInTheDialogTurnsWhereDropped();
     void bannerPutUpAndMoved();
     void usbFilePlayedInTheSelectedWindow();
