@@ -46,9 +46,8 @@ private slots:
     void init();
     void dropsBindTheTreeItem_data();
     void dropsBindTheTreeItem();
-    void divideAndShowFull();
-    void refusedCallsKeepTheDeliberateUpdates_data();
-    void refusedCallsKeepTheDeliberateUpdates();
+    void menuCodesOnTheDecoder_data();
+    void menuCodesOnTheDecoder();
     void backgroundPictureRules_data();
     void backgroundPictureRules();
     void grabScreenFollowsTheCaptureSettings_data();

@@ -192,56 +192,58 @@ void PageActionsTest::dropsBindTheTreeItem()
         QVERIFY(shown.subWindows.value(0).device.deviceName != item);
 }
 
-void PageActionsTest::divideAndShowFull()
-{
-    ControlMatrixWt* canvas = page_->canvas();
-    emit hub()->signalRightMemuClicked(1, -1, 0, 0, 9);
-    QTRY_COMPARE_WITH_TIMEOUT(divisionOf(decoder_, 1), 9, scaled(5000));
-    QTRY_VERIFY_WITH_TIMEOUT(canvas->panel(ControlMatrixWt::panelKey(1, 9, 0)), scaled(5000));
-    emit hub()->signalRightMemuClicked(1, 5, 0, 12, 1);
-    QTRY_COMPARE_WITH_TIMEOUT(decoder_->snapshot().window(1)->fullScreenSub, 5, scaled(5000));
-    QTRY_COMPARE_WITH_TIMEOUT(canvas->fullSubWindowIndex(1, 0), 4, scaled(5000));
-    emit hub()->signalRightMemuClicked(1, 5, 0, 12, 0);
-    QTRY_COMPARE_WITH_TIMEOUT(decoder_->snapshot().window(1)->fullScreenSub, 0, scaled(5000));
-    QTRY_COMPARE_WITH_TIMEOUT(canvas->fullSubWindowIndex(1, 0), -1, scaled(5000));
-}
-
-void PageActionsTest::refusedCallsKeepTheDeliberateUpdates_data()
+void PageActionsTest::menuCodesOnTheDecoder_data()
 {
     QTest::addColumn<int>("code");
-    QTest::addColumn<int>("refused");
+    QTest::addColumn<int>("sub");
+    QTest::addColumn<int>("type");
+    QTest::addColumn<int>("refused"); // message the decoder refuses once; 0: none
     QTest::addColumn<QString>("tip");
-    QTest::newRow("clear") << 2 << int(Type::WindowDeviceAdd) << "cls failed";
-    QTest::newRow("full") << 12 << int(Type::WindowSetFullScreen) << "full window failed";
-    QTest::newRow("division") << 0 << int(Type::WindowSetDivision) << "cut window failed";
+    QTest::addColumn<QList<int>>("after"); // decoder's division and full sub-window, canvas's full index
+    const int none = 0;
+    QTest::newRow("divide into 9") << 0 << -1 << 9 << none << "" << QList<int> { 9, 0, -1 };
+    QTest::newRow("show 5 full") << 12 << 5 << 1 << none << "" << QList<int> { 9, 5, 4 };
+    QTest::newRow("back from full") << 12 << 5 << 0 << none << "" << QList<int> { 9, 0, -1 };
+    QTest::newRow("refused full still toggles")
+        << 12 << 5 << 1 << int(Type::WindowSetFullScreen) << "full window failed" << QList<int> { 9, 0, 4 };
+    QTest::newRow("and back") << 12 << 5 << 0 << none << "" << QList<int> { 9, 0, -1 };
+    QTest::newRow("refused division") << 0 << -1 << 4 << int(Type::WindowSetDivision) << "cut window failed"
+                                      << QList<int> { 9, 0, -1 };
+    QTest::newRow("refused clear still empties the panel")
+        << 2 << 1 << 0 << int(Type::WindowDeviceAdd) << "cls failed" << QList<int> { 9, 0, -1 };
 }
 
-void PageActionsTest::refusedCallsKeepTheDeliberateUpdates()
+void PageActionsTest::menuCodesOnTheDecoder()
 {
     QFETCH(int, code);
+    QFETCH(int, sub);
+    QFETCH(int, type);
     QFETCH(int, refused);
     QFETCH(QString, tip);
+    QFETCH(QList<int>, after);
     ControlMatrixWt* canvas = page_->canvas();
-    // A camera on window 4's panel, then the decoder refuses the next call of the kind.
-    QTreeWidget* devices = page_->sourcePane()->deviceTree();
-    devices->setCurrentItem(devices->findItems(QStringLiteral("Lobby"), Qt::MatchExactly | Qt::MatchRecursive).first());
-    emit canvas->signalVideoPanelDropEvent(4, 1, 0);
-    QTRY_COMPARE_WITH_TIMEOUT(sourceOf(decoder_, 4, 1), QStringLiteral("NVR0001&3"), scaled(5000));
-    QTRY_VERIFY_WITH_TIMEOUT(canvas->panel(ControlMatrixWt::panelKey(4, 1, 0)), scaled(5000));
-    const int fullBefore = canvas->fullSubWindowIndex(4, 0);
-    decoder_->faults().failNext(Type(refused), CMATRIX_ERR_FAILED);
-    emit hub()->signalRightMemuClicked(4, 1, 0, code, code == 12 ? 1 : code == 0 ? 4 : 0);
-    QTRY_COMPARE_WITH_TIMEOUT(page_->tipText(), MatrixForm::tr(qPrintable(tip)), scaled(5000));
-    // The decoder kept what it had.
-    QCOMPARE(sourceOf(decoder_, 4, 1), QStringLiteral("NVR0001&3"));
-    MatrixWindowInfo shown;
-    QVERIFY(canvas->windowInfo(4, 0, &shown));
-    if (code == 2) // the panel is emptied all the same
+    if (code == 2) { // a camera to clear
+        pick(page_, QStringLiteral("Lobby"));
+        emit canvas->signalVideoPanelDropEvent(1, 1, 0);
+        QTRY_COMPARE_WITH_TIMEOUT(sourceOf(decoder_, 1, 1), QStringLiteral("NVR0001&3"), scaled(5000));
+    }
+    if (refused)
+        decoder_->faults().failNext(Type(refused), CMATRIX_ERR_FAILED);
+    emit hub()->signalRightMemuClicked(1, sub, 0, code, type);
+    if (!tip.isEmpty())
+        QTRY_COMPARE_WITH_TIMEOUT(page_->tipText(), MatrixForm::tr(qPrintable(tip)), scaled(5000));
+    const auto state = [this, canvas] {
+        const vdec::Window* w = decoder_->snapshot().window(1);
+        return QList<int> { w->division, w->fullScreenSub, canvas->fullSubWindowIndex(1, 0) };
+    };
+    QTRY_COMPARE_WITH_TIMEOUT(state(), after, scaled(5000));
+    QTRY_VERIFY_WITH_TIMEOUT(canvas->panel(ControlMatrixWt::panelKey(1, after.first(), 0)), scaled(5000));
+    if (code == 2) { // the decoder kept its camera
+        MatrixWindowInfo shown;
+        QVERIFY(canvas->windowInfo(1, 0, &shown));
         QCOMPARE(shown.subWindows.first().device.deviceId, QString());
-    if (code == 12) // the full display toggles all the same
-        QCOMPARE(canvas->fullSubWindowIndex(4, 0), fullBefore < 0 ? 0 : -1);
-    if (code == 0)
-        QCOMPARE(shown.division, 1);
+        QCOMPARE(sourceOf(decoder_, 1, 1), QStringLiteral("NVR0001&3"));
+    }
 }
 
 void PageActionsTest::backgroundPictureRules_data()
