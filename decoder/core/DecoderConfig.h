@@ -44,6 +44,9 @@ struct DecoderConfig {
     // The unit's HDMI inputs (at most 4), numbered from 0, and whether a cable is in each.
     QVector<bool> hdmiInputs = { true, false };
 
+    // A camera is shown in one sub-window of the wall at a time; a second binding is refused.
+    bool uniqueCameras = true;
+
     // Time between two firmware progress reports (0, 10, ..., 100): a whole upgrade
     // takes about eleven of them. Tests shorten it.
     int firmwareStepMs = 100;

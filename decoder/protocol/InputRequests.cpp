@@ -69,7 +69,7 @@ Outcome playHdmi(RequestContext& c, const Message& m)
         d.protocol = 0;
         d.channel = 0;
         d.stream = r.input;
-        return RequestRouter::status(c.wall.windows().addSources(r.slot.windowId, { d }, false));
+        return RequestRouter::status(c.wall.windows().addSources(r.slot.windowId, { d }, false, false));
     });
 }
 
@@ -94,7 +94,7 @@ Outcome playFile(RequestContext& c, const Message& m)
         d.protocol = 0;
         d.channel = 0;
         copyText(r.path, d.mainUrl); // fits: checkFile bounds the length
-        return RequestRouter::status(c.wall.windows().addSources(r.slot.windowId, { d }, false));
+        return RequestRouter::status(c.wall.windows().addSources(r.slot.windowId, { d }, false, false));
     });
 }
 

@@ -14,7 +14,8 @@ namespace {
 Outcome add(RequestContext& c, const Message& m)
 {
     return RequestRouter::with<WindowDevices>(m, [&](const WindowDevices& r) {
-        return RequestRouter::status(c.wall.windows().addSources(r.windowId, r.devices, r.reset));
+        return RequestRouter::status(
+            c.wall.windows().addSources(r.windowId, r.devices, r.reset, c.config.uniqueCameras));
     });
 }
 

@@ -70,7 +70,7 @@ void LoopTable::show(WindowTable& windows, int32_t windowId, const Scheme& schem
     devices.reserve(size_t(n));
     for (int64_t k = 0; k < n; ++k)
         devices.push_back(toDevice(scheme.devices[size_t((first + k) % count)], int32_t(k + 1)));
-    windows.addSources(windowId, devices, true);
+    windows.placeSources(windowId, devices, true);
     windows.setTurn(windowId, 1, int32_t(first + 1));
 }
 

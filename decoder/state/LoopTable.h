@@ -17,8 +17,8 @@ struct Scheme;
 // Which scheme turns in which window, and the turning itself. A window of division
 // n shows n sources at a time: at turn t, sub-window k (from 0) shows source
 // (start + t * n + k) mod count, so the whole group moves on at each step.
-// While a loop runs, it owns the window's sources: anything bound meanwhile is
-// replaced at the next step. A loop that stops leaves its window empty.
+// While a loop runs, it owns the window's sources: binding others is refused until it
+// stops. A loop that stops leaves its window empty.
 class LoopTable {
 public:
     using Clock = std::chrono::steady_clock;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <set>
+#include <string>
 
 namespace vdec {
 
@@ -11,6 +12,24 @@ namespace {
 bool sameDevId(const DeviceInfo_t& a, const DeviceInfo_t& b)
 {
     return strncmp(a.devId, b.devId, sizeof a.devId) == 0;
+}
+
+// Cameras only (channel, ONVIF, RTSP): pictures, pushed streams, inputs and empty slots may repeat.
+bool isCamera(const DeviceInfo_t& d)
+{
+    return d.devId[0] != '\0' && d.protocol >= 0 && d.protocol <= 3;
+}
+
+// A camera read back and sent again loses the "&channel" tail of its id; the channel field keeps it.
+std::string cameraOf(const DeviceInfo_t& d)
+{
+    const std::string id(d.devId, strnlen(d.devId, sizeof d.devId));
+    return id.substr(0, id.find('&'));
+}
+
+bool sameCamera(const DeviceInfo_t& a, const DeviceInfo_t& b)
+{
+    return isCamera(a) && isCamera(b) && a.channel == b.channel && cameraOf(a) == cameraOf(b);
 }
 
 } // namespace
@@ -127,7 +146,38 @@ int32_t WindowTable::setDivision(int32_t windowId, int32_t division)
     return CMATRIX_OK;
 }
 
-int32_t WindowTable::addSources(int32_t windowId, const std::vector<DeviceInfo_t>& devices, bool reset)
+bool WindowTable::camerasRepeat(int32_t windowId, const std::vector<DeviceInfo_t>& devices) const
+{
+    for (size_t i = 0; i < devices.size(); ++i) {
+        for (size_t j = i + 1; j < devices.size(); ++j)
+            if (sameCamera(devices[i], devices[j]))
+                return true;
+        for (const Window& other : windows_) {
+            // A turning window's sources come and go with its loop.
+            if (int64_t(other.id) == windowId || other.sourceKind == 1)
+                continue;
+            for (const auto& shown : other.sources)
+                if (sameCamera(devices[i], shown.second))
+                    return true;
+        }
+    }
+    return false;
+}
+
+int32_t WindowTable::addSources(
+    int32_t windowId, const std::vector<DeviceInfo_t>& devices, bool reset, bool uniqueCameras)
+{
+    const Window* w = find(windowId);
+    if (!w)
+        return CMATRIX_ERR_WINDOW_NOT_FOUND;
+    if (w->sourceKind == 1)
+        return CMATRIX_ERR_LOOP_RUNNING;
+    if (uniqueCameras && camerasRepeat(windowId, devices))
+        return CMATRIX_ERR_SOURCE_ON_WALL;
+    return placeSources(windowId, devices, reset);
+}
+
+int32_t WindowTable::placeSources(int32_t windowId, const std::vector<DeviceInfo_t>& devices, bool reset)
 {
     Window* w = findMutable(windowId);
     if (!w)

@@ -24,7 +24,12 @@ public:
     int32_t move(const MatrixWindow_t& record);
     int32_t setFullScreen(int32_t windowId, int32_t subWindow, int32_t full);
     int32_t setDivision(int32_t windowId, int32_t division);
-    int32_t addSources(int32_t windowId, const std::vector<DeviceInfo_t>& devices, bool reset);
+    // uniqueCameras: a camera may be shown in one sub-window of the wall only, as on the units
+    // that refuse to decode one stream twice. A window that displays in turn takes no sources:
+    // its loop owns them.
+    int32_t addSources(int32_t windowId, const std::vector<DeviceInfo_t>& devices, bool reset, bool uniqueCameras);
+    // The same without those two rules: the loop's own turns.
+    int32_t placeSources(int32_t windowId, const std::vector<DeviceInfo_t>& devices, bool reset);
     int32_t removeSources(int32_t windowId, const std::vector<DeviceInfo_t>& devices, bool reset);
     // Marks a window as displaying in turn (sourceKind 1) at 1-based turnIndex, or not.
     void setTurn(int64_t windowId, int32_t sourceKind, int32_t turnIndex);
@@ -40,6 +45,8 @@ public:
 
 private:
     static int32_t checkRecord(const MatrixWindow_t& record);
+    // Whether a camera of `devices` is shown twice among them or in another window.
+    bool camerasRepeat(int32_t windowId, const std::vector<DeviceInfo_t>& devices) const;
     Window* findMutable(int64_t id);
     int32_t topLayer() const;
 

@@ -135,6 +135,65 @@
     </message>
 </context>
 <context>
+    <name>kvms_matrix::CaptureSettingsDlg</name>
+    <message>
+        <source>Screen capture settings</source>
+        <translation>投屏设置</translation>
+    </message>
+    <message>
+        <source>Sending</source>
+        <translation>发送方式</translation>
+    </message>
+    <message>
+        <source>Pictures sent straight to the decoder</source>
+        <translation>图片直接发送到解码器</translation>
+    </message>
+    <message>
+        <source>ONVIF stream pulled by the decoder</source>
+        <translation>由解码器拉取 ONVIF 码流</translation>
+    </message>
+    <message>
+        <source>IPv4 address of the stream&apos;s publisher</source>
+        <translation>发布码流的 IPv4 地址</translation>
+    </message>
+    <message>
+        <source>Stream address</source>
+        <translation>码流地址</translation>
+    </message>
+    <message>
+        <source>Ask before each projection</source>
+        <translation>每次投屏前询问</translation>
+    </message>
+    <message>
+        <source>Name on the wall</source>
+        <translation>墙上显示的名称</translation>
+    </message>
+    <message>
+        <source>Source id</source>
+        <translation>信号源编号</translation>
+    </message>
+    <message>
+        <source>Project</source>
+        <translation>投屏</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>The decoder pulls rtsp://%1/0 (main stream) and rtsp://%1/1 (sub stream) from the encoder that publishes this desktop.</source>
+        <translation>解码器从发布本桌面的编码器拉取 rtsp://%1/0（主码流）和 rtsp://%1/1（子码流）。</translation>
+    </message>
+    <message>
+        <source>The primary screen with its pointer, as 1920 x 1080 JPEG pictures, up to 25 a second.</source>
+        <translation>主屏幕（含鼠标指针），以 1920 x 1080 JPEG 图片发送，每秒最多 25 张。</translation>
+    </message>
+</context>
+<context>
     <name>kvms_matrix::ConnectErrorText</name>
     <message>
         <source>Decoder(%1) connection failed:Incorrect user name or password!</source>
@@ -830,6 +889,34 @@
     <message>
         <source>Set screen colour failed(%1).</source>
         <translation>设置屏幕颜色失败(%1)。</translation>
+    </message>
+    <message>
+        <source>The capture settings could not be saved.</source>
+        <translation>投屏设置无法保存。</translation>
+    </message>
+    <message>
+        <source>Capture</source>
+        <translation>投屏</translation>
+    </message>
+    <message>
+        <source>How &quot;grab screen&quot; puts this desktop on the wall</source>
+        <translation>设置“投屏”如何将本桌面显示到电视墙</translation>
+    </message>
+    <message>
+        <source>HDMI input %1 (no signal)</source>
+        <translation>HDMI 输入 %1（无信号）</translation>
+    </message>
+    <message>
+        <source>The decoder has no HDMI input</source>
+        <translation>该解码器没有 HDMI 输入</translation>
+    </message>
+    <message>
+        <source>Cannot set signal source under group loop</source>
+        <translation>群组轮巡中无法设置信号源</translation>
+    </message>
+    <message>
+        <source>Failed to add a video source: %1 is a video source already on the wall</source>
+        <translation>添加视频源失败：%1 已是电视墙上的视频源</translation>
     </message>
 </context>
 <context>

@@ -71,6 +71,8 @@ extern "C" {
 #define CMATRIX_ERR_WEAK_PASSWORD -33    /* new password does not meet the policy */
 #define CMATRIX_ERR_CONFIG -34           /* configuration file rejected */
 #define CMATRIX_ERR_DEVICE_NOT_FOUND -35 /* no device answered to that id */
+#define CMATRIX_ERR_LOOP_RUNNING -36     /* the window displays in turn: its sources are the loop's */
+#define CMATRIX_ERR_SOURCE_ON_WALL -37   /* the camera is already shown in a window of the wall */
 
 typedef struct CMatrixErrorInfo {
     int code;

@@ -42,6 +42,8 @@ const CMatrixErrorInfo kErrors[] = {
     { CMATRIX_ERR_WEAK_PASSWORD, "The password is too weak" },
     { CMATRIX_ERR_CONFIG, "Invalid configuration file" },
     { CMATRIX_ERR_DEVICE_NOT_FOUND, "No device answered" },
+    { CMATRIX_ERR_LOOP_RUNNING, "The window displays in turn" },
+    { CMATRIX_ERR_SOURCE_ON_WALL, "The source is already on the wall" },
 };
 
 } // namespace

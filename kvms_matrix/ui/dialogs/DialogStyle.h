@@ -11,7 +11,7 @@ inline void applyDialogStyle(QWidget* dialog)
 {
     dialog->setStyleSheet(QStringLiteral(
         "QDialog{background:#0e1624;color:#d8dee9;}"
-        "QLabel,QCheckBox,QGroupBox{color:#d8dee9;}"
+        "QLabel,QCheckBox,QRadioButton,QGroupBox{color:#d8dee9;}"
         "QLabel{background:transparent;border:none;}"
         "QGroupBox{border:1px solid #2e3b55;border-radius:4px;margin-top:14px;padding-top:6px;}"
         "QGroupBox::title{subcontrol-origin:margin;left:8px;padding:0 4px;}"

@@ -1,6 +1,7 @@
 // MatrixForm: the page's layout and its decoder links (login, loss, reconnect with back-off).
 #include "MatrixForm.h"
 
+#include "CanvasMimic.h"
 #include "ConnectErrorText.h"
 #include "ControlMatrixWt.h"
 #include "DecoderConfigDlg.h"
@@ -10,7 +11,6 @@
 #include "MatrixSignals.h"
 #include "SourcePane.h"
 #include "TvWallIni.h"
-#include "CanvasMimic.h"
 #include "WallConfigStore.h"
 #include "PlaybackBarWt.h"
 #include "WallPlayback.h"
@@ -53,7 +53,8 @@ MatrixForm::MatrixForm(QWidget* parent)
     setObjectName(QStringLiteral("matrixTvWallWt"));
     buildLayout();
     connectWorker();
-    m_mimic = new CanvasMimic(m_worker, m_canvas, [this] { return m_state.currentHandle(); }, this);
+    m_mimic = new CanvasMimic(
+        m_worker, m_canvas, [this] { return m_state.currentHandle(); }, this);
 }
 
 MatrixForm::~MatrixForm()
@@ -252,6 +253,7 @@ void MatrixForm::onWallConnected(const QSharedPointer<CSharedHandle>& handle)
     m_worker->getScene(handle);
     m_worker->getLoopInfo(handle);
     m_worker->getWindowInfo(handle);
+    m_worker->refreshHDMIStatus(handle); // the HDMI menu offers the inputs this unit has
     // The banner mirror is refreshed again when the wall has been read.
     m_canvas->setBannerInfo(m_worker->getBanner(handle));
     m_mimic->sync();

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "CSharedHandle.h"
-#include "MatrixInfo.h"
 #include "MatrixBannerInfo.h"
+#include "MatrixInfo.h"
 #include "MatrixLoopInfo.h"
 #include "MatrixPageState.h"
 #include "MatrixSceneInfo.h"
@@ -11,6 +11,7 @@
 #include "KWidget.h"
 
 #include <QMap>
+#include <QPair>
 #include <QSharedPointer>
 #include <QStringList>
 
@@ -62,6 +63,7 @@ public:
     QPushButton* devFileButton() const { return m_devFileBtn; }
     QPushButton* hdmiButton() const { return m_hdmiBtn; }
     QPushButton* colourButton() const { return m_colourBtn; }
+    QPushButton* captureButton() const { return m_captureBtn; }
     QWidget* sidePane() const { return m_side; }
     QList<MatrixLoopInfo> loops() const { return m_loops; }
     CanvasMimic* mimic() const { return m_mimic; }
@@ -125,8 +127,11 @@ public slots:
     void slotRemoveBannerResult(int result);
     void slotDevFileBtnClicked();
     void slotGetDevPlayFileResult(QList<DevPlayFile_t> files, int windowId, int subWindowId, int windowType);
+    // The HDMI inputs the decoder declares (bit i of inputConnected: a cable in input i).
+    void slotDevStatusResult(int inputCount, int inputConnected, int outputCount, int outputConnected);
     void slotHdmiInputChosen(int input); // plays an HDMI input (0-based) in the selected window
     void slotScreenColourBtnClicked();
+    void slotCaptureBtnClicked(); // the capture settings, saved without projecting
     void slotRoamingBtnClicked();
     void slotConfigBtnClicked();
     void slotLoginBtnClicked();
@@ -152,6 +157,11 @@ private:
     void buildLists(QWidget* side); // MatrixFormLists.cpp: the side pane's lists and buttons
     void bindSource(int windowId, int subWindowId, int windowType, const MatrixDeviceInfo& source, bool picture);
     void chooseBackground(int windowId, int subWindowId, int windowType);
+    // "grab screen": the capture settings first when the operator wants them asked (MatrixFormCapture.cpp).
+    void grabScreen(int windowId, int subWindowId, int windowType);
+    // The desktop projection follows the sub-window it was put in: it stops when that one is
+    // cleared or given another source (subWindowId -1: the whole window).
+    void followProjection(int windowId, int subWindowId, bool projecting);
     void setStreamOf(int windowId, int subWindowId, int windowType, int stream);
     void startLoop(const MatrixLoopInfo& loop, int windowId, int windowType);
     void openLoopDialog(const MatrixLoopInfo& loop, bool editing);
@@ -189,10 +199,12 @@ private:
     QPushButton* m_devFileBtn = nullptr;
     QPushButton* m_hdmiBtn = nullptr;
     QPushButton* m_colourBtn = nullptr;
+    QPushButton* m_captureBtn = nullptr;
     QList<MatrixLoopInfo> m_loops; // the wall's loops as last read, in the decoder's order
     bool m_picturePending = false; // a background picture sent and not yet confirmed
     CanvasMimic* m_mimic = nullptr;
     WallPlayback* m_playback = nullptr; // recordings replayed on the wall
+    QPair<int, int> m_projection { -1, -1 }; // window and sub-window showing this desktop
 };
 
 } // namespace kvms_matrix

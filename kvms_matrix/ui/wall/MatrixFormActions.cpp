@@ -12,7 +12,6 @@
 
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QHostInfo>
 #include <QImageReader>
 
 namespace kvms_matrix {
@@ -89,18 +88,9 @@ void MatrixForm::slotRightMemuClicked(int windowId, int subWindowId, int windowT
     case ClearOthers:
         m_worker->clearWindow(handle, windowId, subWindowId, windowType);
         break;
-    case GrabScreen: {
-        // The capture is named after this client and the place it is shown in.
-        MatrixDeviceInfo capture;
-        capture.deviceType = 4;
-        capture.deviceId = fitDeviceId(
-            QStringLiteral("cap__%1_%2_%3").arg(QHostInfo::localHostName().left(12)).arg(windowId).arg(subWindowId));
-        capture.displayName = capture.deviceId;
-        capture.deviceName = capture.deviceId;
-        capture.channel = 0;
-        bindSource(windowId, subWindowId, windowType, capture, false);
+    case GrabScreen:
+        grabScreen(windowId, subWindowId, windowType);
         break;
-    }
     case Background:
         chooseBackground(windowId, subWindowId, windowType);
         break;
@@ -226,6 +216,9 @@ void MatrixForm::slotSetWindowSignalSourceResult(
     if (addedPic)
         m_picturePending = false;
     if (result == 0) {
+        for (const MatrixSubWindowInfo& sub : windowInfo.subWindows)
+            if (sub.subWindowId == subWindowId)
+                followProjection(windowInfo.windowId, subWindowId, sub.device.deviceType == 4);
         m_canvas->setWindowInfo(windowInfo);
         return;
     }
@@ -235,6 +228,14 @@ void MatrixForm::slotSetWindowSignalSourceResult(
             device = sub.device;
     const QString name = device.displayName.isEmpty() ? device.deviceName : device.displayName;
     QString text;
+    if (result == CMATRIX_ERR_LOOP_RUNNING) {
+        setTip(tr("Cannot set signal source under group loop"));
+        return;
+    }
+    if (result == CMATRIX_ERR_SOURCE_ON_WALL) {
+        setTip(tr("Failed to add a video source: %1 is a video source already on the wall").arg(name));
+        return;
+    }
     switch (device.deviceType) {
     case 4:
     case 5:

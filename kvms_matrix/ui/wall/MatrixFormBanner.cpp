@@ -9,6 +9,7 @@
 
 #include "SystemAssistant.h"
 
+#include <QAction>
 #include <QBoxLayout>
 #include <QMenu>
 #include <QPushButton>
@@ -22,19 +23,21 @@ void MatrixForm::buildExtras()
     m_devFileBtn = new QPushButton(tr("USB files"), this);
     m_devFileBtn->setToolTip(tr("Play a video file of the decoder's USB storage in the selected window"));
     m_hdmiBtn = new QPushButton(tr("HDMI input"), this);
-    m_hdmiBtn->setToolTip(tr("Show an HDMI input of the decoder in the selected window"));
     auto* inputs = new QMenu(m_hdmiBtn);
     inputs->setObjectName(QStringLiteral("matrixHdmiMenu"));
-    for (int i = 0; i < 2; ++i)
-        inputs->addAction(tr("HDMI input %1").arg(i + 1), this, [this, i] { slotHdmiInputChosen(i); });
     m_hdmiBtn->setMenu(inputs);
+    slotDevStatusResult(0, 0, 0, 0); // nothing offered until the decoder says what it has
     m_colourBtn = new QPushButton(tr("Screen colour"), this);
     m_colourBtn->setToolTip(tr("Brightness, contrast, saturation and hue of the selected window's screen"));
+    m_captureBtn = new QPushButton(tr("Capture"), this);
+    m_captureBtn->setObjectName(QStringLiteral("matrixCaptureBtn"));
+    m_captureBtn->setToolTip(tr("How \"grab screen\" puts this desktop on the wall"));
     // Beside the roaming-window button in the page's tool row.
     auto* page = qobject_cast<QBoxLayout*>(layout());
     auto* tools = page && page->count() > 0 ? qobject_cast<QBoxLayout*>(page->itemAt(0)->layout()) : nullptr;
     if (tools) {
         const int at = tools->indexOf(m_roamingBtn);
+        tools->insertWidget(at + 1, m_captureBtn);
         tools->insertWidget(at + 1, m_colourBtn);
         tools->insertWidget(at + 1, m_hdmiBtn);
         tools->insertWidget(at + 1, m_devFileBtn);
@@ -43,12 +46,19 @@ void MatrixForm::buildExtras()
     connect(m_bannerBtn, &QPushButton::clicked, this, &MatrixForm::slotBannerBtnClicked);
     connect(m_devFileBtn, &QPushButton::clicked, this, &MatrixForm::slotDevFileBtnClicked);
     connect(m_colourBtn, &QPushButton::clicked, this, &MatrixForm::slotScreenColourBtnClicked);
+    connect(m_captureBtn, &QPushButton::clicked, this, &MatrixForm::slotCaptureBtnClicked);
     connect(m_canvas, &ControlMatrixWt::signalBannerConfig, this, &MatrixForm::slotBannerBtnClicked);
     connect(m_canvas, &ControlMatrixWt::signalSetBanner, this, &MatrixForm::slotSetBanner);
     connect(m_canvas, &ControlMatrixWt::signalDelBanner, this, &MatrixForm::slotDelBanner);
     const auto queued = Qt::QueuedConnection;
     connect(m_worker, &MatrixSdkWorker::signalSetBannerResult, this, &MatrixForm::slotSetBannerResult, queued);
     connect(m_worker, &MatrixSdkWorker::signalRemoveBannerResult, this, &MatrixForm::slotRemoveBannerResult, queued);
+    connect(m_worker, &MatrixSdkWorker::signalDevStatusResult, this, &MatrixForm::slotDevStatusResult, queued);
+    connect(inputs, &QMenu::aboutToShow, this, [this] {
+        // Cables come and go: the next opening shows the news.
+        if (const QSharedPointer<CSharedHandle> handle = m_state.currentHandle())
+            m_worker->refreshHDMIStatus(handle);
+    });
     connect(
         m_worker, &MatrixSdkWorker::signalGetDevPlayFileResult, this, &MatrixForm::slotGetDevPlayFileResult, queued);
 }
@@ -147,6 +157,25 @@ void MatrixForm::slotGetDevPlayFileResult(QList<DevPlayFile_t> files, int window
             m_worker->startPlayDevFile(handle, window, subWindowId, path);
     });
     dialog->open();
+}
+
+void MatrixForm::slotDevStatusResult(int inputCount, int inputConnected, int, int)
+{
+    // A failed read carries its (negative) code as the count: no input is offered then.
+    constexpr int kMaxInputs = 4; // the SDK's status record has room for four
+    const int count = qBound(0, inputCount, kMaxInputs);
+    QMenu* inputs = m_hdmiBtn->menu();
+    inputs->clear();
+    for (int i = 0; i < count; ++i) {
+        const bool cable = inputConnected & (1 << i);
+        QAction* action
+            = inputs->addAction(cable ? tr("HDMI input %1").arg(i + 1) : tr("HDMI input %1 (no signal)").arg(i + 1),
+                this, [this, i] { slotHdmiInputChosen(i); });
+        action->setData(i);
+    }
+    m_hdmiBtn->setEnabled(count > 0);
+    m_hdmiBtn->setToolTip(count > 0 ? tr("Show an HDMI input of the decoder in the selected window")
+                                    : tr("The decoder has no HDMI input"));
 }
 
 void MatrixForm::slotHdmiInputChosen(int input)

@@ -125,6 +125,8 @@ void MatrixForm::slotClearWindowResult(int result, int windowId, int subWindowId
 {
     if (result != 0)
         setTip(tr("cls failed"));
+    else
+        followProjection(windowId, subWindowId, false);
     m_canvas->clearSubWindow(windowId, subWindowId, windowType);
 }
 

@@ -6,6 +6,8 @@
 #include "TestTimeout.h"
 
 #include "BannerConfigDlg.h"
+#include "CaptureSettings.h"
+#include "CaptureSettingsDlg.h"
 #include "ControlMatrixWt.h"
 #include "DevFileDlg.h"
 #include "LoopSettingsDlg.h"
@@ -21,13 +23,17 @@
 #include "DevsMgrData.h"
 #include "KSingleton.h"
 
+#include <QCheckBox>
 #include <QDir>
 #include <QFile>
 #include <QImage>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMenu>
 #include <QMimeData>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QSlider>
 #include <QTabWidget>
 #include <QTreeWidget>
@@ -45,13 +51,26 @@ MatrixSignals* hub()
     return KCOMMON::KSingleton<MatrixSignals>::instance();
 }
 
-QString sourceOf(const vdec::VirtualDecoder* decoder, uint32_t windowId, int32_t sub)
+DeviceInfo_t recordOf(const vdec::VirtualDecoder* decoder, uint32_t windowId, int32_t sub)
 {
     const vdec::DecoderSnapshot state = decoder->snapshot();
     const vdec::Window* w = state.window(windowId);
-    if (!w || !w->sources.count(sub))
-        return QStringLiteral("<none>");
-    return QString::fromUtf8(w->sources.at(sub).devId);
+    DeviceInfo_t none {};
+    qstrncpy(none.devId, "<none>", sizeof none.devId);
+    return w && w->sources.count(sub) ? w->sources.at(sub) : none;
+}
+
+QString sourceOf(const vdec::VirtualDecoder* decoder, uint32_t windowId, int32_t sub)
+{
+    return QString::fromUtf8(recordOf(decoder, windowId, sub).devId);
+}
+
+// Makes a tree item of the device tab the current one, as a click on it does.
+void pick(MatrixForm* page, const QString& name)
+{
+    page->sourcePane()->tabs()->setCurrentIndex(0);
+    QTreeWidget* devices = page->sourcePane()->deviceTree();
+    devices->setCurrentItem(devices->findItems(name, Qt::MatchExactly | Qt::MatchRecursive).value(0));
 }
 
 int divisionOf(const vdec::VirtualDecoder* decoder, uint32_t windowId)
@@ -133,80 +152,98 @@ void PageActionsTest::init()
 void PageActionsTest::dropsBindTheTreeItem_data()
 {
     QTest::addColumn<QString>("item");
-    QTest::addColumn<QString>("bound");
-    QTest::newRow("camera channel") << "Lobby"
-                                    << "NVR0001&3";
-    QTest::newRow("device, not a channel") << "Recorder 1"
+    QTest::addColumn<int>("window");
+    QTest::addColumn<int>("fault"); // the decoder's answer to the binding; 0: its own rules
+    QTest::addColumn<QString>("bound"); // what the decoder shows afterwards
+    QTest::addColumn<QString>("tip");
+    QTest::newRow("camera channel") << "Lobby" << 2 << 0 << "NVR0001&3"
+                                    << "";
+    QTest::newRow("same camera in another window")
+        << "Lobby" << 3 << 0 << "<none>"
+        << "Failed to add a video source: Lobby is a video source already on the wall";
+    QTest::newRow("decoder refuses") << "Server Room" << 2 << int(CMATRIX_ERR_FAILED) << "NVR0001&3"
+                                     << "device Server Room set signal source failed(-1).";
+    QTest::newRow("device, not a channel") << "Recorder 1" << 2 << 0 << ""
                                            << "";
 }
 
 void PageActionsTest::dropsBindTheTreeItem()
 {
     QFETCH(QString, item);
+    QFETCH(int, window);
+    QFETCH(int, fault);
     QFETCH(QString, bound);
-    QTreeWidget* devices = page_->sourcePane()->deviceTree();
-    const QList<QTreeWidgetItem*> hits = devices->findItems(item, Qt::MatchExactly | Qt::MatchRecursive);
-    QCOMPARE(hits.size(), 1);
-    page_->sourcePane()->tabs()->setCurrentIndex(0);
-    devices->setCurrentItem(hits.first());
+    QFETCH(QString, tip);
+    pick(page_, item);
+    if (fault)
+        decoder_->faults().failNext(Type::WindowDeviceAdd, fault);
     auto* data = new QMimeData;
     data->setData(QStringLiteral("application/x-qabstractitemmodeldatalist"), QByteArray());
     ControlMatrixWt* canvas = page_->canvas();
-    dropOn(canvas, centreOf(canvas, 2, 0), data);
+    dropOn(canvas, centreOf(canvas, window, 0), data);
     delete data;
-    QTRY_COMPARE_WITH_TIMEOUT(sourceOf(decoder_, 2, 1), bound, scaled(5000));
+    if (!tip.isEmpty())
+        QTRY_COMPARE_WITH_TIMEOUT(page_->tipText(), tip, scaled(5000));
+    QTRY_COMPARE_WITH_TIMEOUT(sourceOf(decoder_, window, 1), bound, scaled(5000));
+    // A refusal leaves the canvas showing what the decoder kept.
+    MatrixWindowInfo shown;
+    QVERIFY(canvas->windowInfo(window, 0, &shown));
+    if (!tip.isEmpty())
+        QVERIFY(shown.subWindows.value(0).device.deviceName != item);
 }
 
-void PageActionsTest::divideAndShowFull()
-{
-    ControlMatrixWt* canvas = page_->canvas();
-    emit hub()->signalRightMemuClicked(1, -1, 0, 0, 9);
-    QTRY_COMPARE_WITH_TIMEOUT(divisionOf(decoder_, 1), 9, scaled(5000));
-    QTRY_VERIFY_WITH_TIMEOUT(canvas->panel(ControlMatrixWt::panelKey(1, 9, 0)), scaled(5000));
-    emit hub()->signalRightMemuClicked(1, 5, 0, 12, 1);
-    QTRY_COMPARE_WITH_TIMEOUT(decoder_->snapshot().window(1)->fullScreenSub, 5, scaled(5000));
-    QTRY_COMPARE_WITH_TIMEOUT(canvas->fullSubWindowIndex(1, 0), 4, scaled(5000));
-    emit hub()->signalRightMemuClicked(1, 5, 0, 12, 0);
-    QTRY_COMPARE_WITH_TIMEOUT(decoder_->snapshot().window(1)->fullScreenSub, 0, scaled(5000));
-    QTRY_COMPARE_WITH_TIMEOUT(canvas->fullSubWindowIndex(1, 0), -1, scaled(5000));
-}
-
-void PageActionsTest::refusedCallsKeepTheDeliberateUpdates_data()
+void PageActionsTest::menuCodesOnTheDecoder_data()
 {
     QTest::addColumn<int>("code");
-    QTest::addColumn<int>("refused");
+    QTest::addColumn<int>("sub");
+    QTest::addColumn<int>("type");
+    QTest::addColumn<int>("refused"); // message the decoder refuses once; 0: none
     QTest::addColumn<QString>("tip");
-    QTest::newRow("clear") << 2 << int(Type::WindowDeviceAdd) << "cls failed";
-    QTest::newRow("full") << 12 << int(Type::WindowSetFullScreen) << "full window failed";
-    QTest::newRow("division") << 0 << int(Type::WindowSetDivision) << "cut window failed";
+    QTest::addColumn<QList<int>>("after"); // decoder's division and full sub-window, canvas's full index
+    const int none = 0;
+    QTest::newRow("divide into 9") << 0 << -1 << 9 << none << "" << QList<int> { 9, 0, -1 };
+    QTest::newRow("show 5 full") << 12 << 5 << 1 << none << "" << QList<int> { 9, 5, 4 };
+    QTest::newRow("back from full") << 12 << 5 << 0 << none << "" << QList<int> { 9, 0, -1 };
+    QTest::newRow("refused full still toggles")
+        << 12 << 5 << 1 << int(Type::WindowSetFullScreen) << "full window failed" << QList<int> { 9, 0, 4 };
+    QTest::newRow("and back") << 12 << 5 << 0 << none << "" << QList<int> { 9, 0, -1 };
+    QTest::newRow("refused division") << 0 << -1 << 4 << int(Type::WindowSetDivision) << "cut window failed"
+                                      << QList<int> { 9, 0, -1 };
+    QTest::newRow("refused clear still empties the panel")
+        << 2 << 1 << 0 << int(Type::WindowDeviceAdd) << "cls failed" << QList<int> { 9, 0, -1 };
 }
 
-void PageActionsTest::refusedCallsKeepTheDeliberateUpdates()
+void PageActionsTest::menuCodesOnTheDecoder()
 {
     QFETCH(int, code);
+    QFETCH(int, sub);
+    QFETCH(int, type);
     QFETCH(int, refused);
     QFETCH(QString, tip);
+    QFETCH(QList<int>, after);
     ControlMatrixWt* canvas = page_->canvas();
-    // A camera on window 4's panel, then the decoder refuses the next call of the kind.
-    QTreeWidget* devices = page_->sourcePane()->deviceTree();
-    devices->setCurrentItem(devices->findItems(QStringLiteral("Lobby"), Qt::MatchExactly | Qt::MatchRecursive).first());
-    emit canvas->signalVideoPanelDropEvent(4, 1, 0);
-    QTRY_COMPARE_WITH_TIMEOUT(sourceOf(decoder_, 4, 1), QStringLiteral("NVR0001&3"), scaled(5000));
-    QTRY_VERIFY_WITH_TIMEOUT(canvas->panel(ControlMatrixWt::panelKey(4, 1, 0)), scaled(5000));
-    const int fullBefore = canvas->fullSubWindowIndex(4, 0);
-    decoder_->faults().failNext(Type(refused), CMATRIX_ERR_FAILED);
-    emit hub()->signalRightMemuClicked(4, 1, 0, code, code == 12 ? 1 : code == 0 ? 4 : 0);
-    QTRY_COMPARE_WITH_TIMEOUT(page_->tipText(), MatrixForm::tr(qPrintable(tip)), scaled(5000));
-    // The decoder kept what it had.
-    QCOMPARE(sourceOf(decoder_, 4, 1), QStringLiteral("NVR0001&3"));
-    MatrixWindowInfo shown;
-    QVERIFY(canvas->windowInfo(4, 0, &shown));
-    if (code == 2) // the panel is emptied all the same
+    if (code == 2) { // a camera to clear
+        pick(page_, QStringLiteral("Lobby"));
+        emit canvas->signalVideoPanelDropEvent(1, 1, 0);
+        QTRY_COMPARE_WITH_TIMEOUT(sourceOf(decoder_, 1, 1), QStringLiteral("NVR0001&3"), scaled(5000));
+    }
+    if (refused)
+        decoder_->faults().failNext(Type(refused), CMATRIX_ERR_FAILED);
+    emit hub()->signalRightMemuClicked(1, sub, 0, code, type);
+    if (!tip.isEmpty())
+        QTRY_COMPARE_WITH_TIMEOUT(page_->tipText(), MatrixForm::tr(qPrintable(tip)), scaled(5000));
+    const auto state = [this, canvas] {
+        const vdec::Window* w = decoder_->snapshot().window(1);
+        return QList<int> { w->division, w->fullScreenSub, canvas->fullSubWindowIndex(1, 0) };
+    };
+    QTRY_COMPARE_WITH_TIMEOUT(state(), after, scaled(5000));
+    QTRY_VERIFY_WITH_TIMEOUT(canvas->panel(ControlMatrixWt::panelKey(1, after.first(), 0)), scaled(5000));
+    if (code == 2) { // the decoder kept its camera
+        MatrixWindowInfo shown;
+        QVERIFY(canvas->windowInfo(1, 0, &shown));
         QCOMPARE(shown.subWindows.first().device.deviceId, QString());
-    if (code == 12) // the full display toggles all the same
-        QCOMPARE(canvas->fullSubWindowIndex(4, 0), fullBefore < 0 ? 0 : -1);
-    if (code == 0)
-        QCOMPARE(shown.division, 1);
+        QCOMPARE(sourceOf(decoder_, 1, 1), QStringLiteral("NVR0001&3"));
+    }
 }
 
 void PageActionsTest::backgroundPictureRules_data()
@@ -250,6 +287,51 @@ void PageActionsTest::backgroundPictureRules()
     }
     QCOMPARE(actionstest::messages().value(0), MatrixForm::tr(qPrintable(message)).arg(name));
     QCOMPARE(sourceOf(decoder_, 3, 1), before);
+}
+
+void PageActionsTest::grabScreenFollowsTheCaptureSettings_data()
+{
+    QTest::addColumn<bool>("stream");
+    QTest::addColumn<bool>("asked"); // false: saved settings say not to ask
+    QTest::addColumn<QString>("id");
+    QTest::addColumn<int>("protocol");
+    QTest::newRow("pictures, asked") << false << true << "cap__Desk-7_3_1" << 6;
+    QTest::newRow("ONVIF stream, asked") << true << true << "caponvif__Desk-7_3_1" << 3;
+    QTest::newRow("pictures, not asked") << false << false << "cap__Desk-7_3_1" << 6;
+}
+
+void PageActionsTest::grabScreenFollowsTheCaptureSettings()
+{
+    QFETCH(bool, stream);
+    QFETCH(bool, asked);
+    QFETCH(QString, id);
+    QFETCH(int, protocol);
+    if (!asked) {
+        CaptureSettings saved;
+        saved.label = QStringLiteral("Desk 7");
+        saved.askEachTime = false;
+        QVERIFY(saved.save());
+    }
+    emit hub()->signalRightMemuClicked(3, 1, 0, 8, 0);
+    auto* dialog = page_->findChild<CaptureSettingsDlg*>();
+    QCOMPARE(dialog && dialog->isVisible(), asked);
+    if (asked) {
+        dialog->labelEdit()->setText(QStringLiteral("Desk 7"));
+        QTest::mouseClick(stream ? dialog->streamButton() : dialog->directButton(), Qt::LeftButton, {}, QPoint(6, 6));
+        dialog->addressEdit()->setText(QStringLiteral("127.0.0"));
+        QCOMPARE(dialog->okButton()->isEnabled(), !stream); // a stream needs its publisher's address
+        dialog->addressEdit()->setText(QStringLiteral("127.0.0.9"));
+        QCOMPARE(dialog->previewLabel()->text(), id);
+        QTest::mouseClick(dialog->okButton(), Qt::LeftButton);
+    }
+    QTRY_COMPARE_WITH_TIMEOUT(sourceOf(decoder_, 3, 1), id, scaled(5000));
+    const DeviceInfo_t record = recordOf(decoder_, 3, 1);
+    QCOMPARE(record.protocol, protocol);
+    if (stream)
+        QCOMPARE(QByteArray(record.mainUrl), QByteArray("rtsp://127.0.0.9/0"));
+    // Cleared: the projection ends with its window.
+    emit hub()->signalRightMemuClicked(3, 1, 0, 2, 0);
+    QTRY_COMPARE_WITH_TIMEOUT(sourceOf(decoder_, 3, 1), QStringLiteral("emp_3"), scaled(5000));
 }
 
 void PageActionsTest::joinAndUnjoinCells()
@@ -325,7 +407,7 @@ void PageActionsTest::sceneLimit()
     QTRY_VERIFY_WITH_TIMEOUT(decoder_->snapshot().scenes.size() >= 1, scaled(5000));
 }
 
-void PageActionsTest::refusedSaveAndBindLoseNothing()
+void PageActionsTest::refusedSceneSaveAndRenameKey()
 {
     // A refused scene save: told, and the list shows what the decoder has.
     KCOMMON::KSingleton<MatrixSdkWorker>::instance()->getScene(page_->state().currentHandle());
@@ -349,24 +431,6 @@ void PageActionsTest::refusedSaveAndBindLoseNothing()
     QTest::keyClick(page_, Qt::Key_F2);
     QVERIFY(row->nameEdit()->isVisible());
     QTest::keyClick(row->nameEdit(), Qt::Key_Escape);
-
-    // A refused binding: told with the source's name, and the canvas shows what the decoder kept.
-    ControlMatrixWt* canvas = page_->canvas();
-    const QString kept = sourceOf(decoder_, 4, 1);
-    QTreeWidget* devices = page_->sourcePane()->deviceTree();
-    devices->setCurrentItem(
-        devices->findItems(QStringLiteral("Server Room"), Qt::MatchExactly | Qt::MatchRecursive).first());
-    decoder_->faults().failNext(Type::WindowDeviceAdd, CMATRIX_ERR_FAILED);
-    emit canvas->signalVideoPanelDropEvent(4, 1, 0);
-    QTRY_COMPARE_WITH_TIMEOUT(page_->tipText(),
-        MatrixForm::tr("device %1 set signal source failed(%2).")
-            .arg(QStringLiteral("Server Room"))
-            .arg(CMATRIX_ERR_FAILED),
-        scaled(5000));
-    QCOMPARE(sourceOf(decoder_, 4, 1), kept);
-    MatrixWindowInfo shown;
-    QVERIFY(canvas->windowInfo(4, 0, &shown));
-    QVERIFY(shown.subWindows.value(0).device.deviceName != QLatin1String("Server Room"));
 }
 
 void PageActionsTest::loopMadeInTheDialogTurnsWhereDropped()
@@ -399,6 +463,12 @@ void PageActionsTest::loopMadeInTheDialogTurnsWhereDropped()
     // The decoder turns it: another source comes up in the window.
     const QString shownFirst = sourceOf(decoder_, 2, 1);
     QTRY_VERIFY_WITH_TIMEOUT(sourceOf(decoder_, 2, 1) != shownFirst, scaled(5000));
+    // The loop owns the window's sources: a camera dropped there is refused, the loop goes on.
+    pick(page_, QStringLiteral("Car Park"));
+    emit page_->canvas()->signalVideoPanelDropEvent(2, 1, 0);
+    QTRY_COMPARE_WITH_TIMEOUT(
+        page_->tipText(), MatrixForm::tr("Cannot set signal source under group loop"), scaled(5000));
+    QCOMPARE(decoder_->snapshot().window(2)->sourceKind, 1);
 }
 
 void PageActionsTest::bannerPutUpAndMoved()
@@ -452,8 +522,22 @@ void PageActionsTest::hdmiInputAndScreenColour()
     ControlMatrixWt* canvas = page_->canvas();
     QTest::mouseClick(canvas, Qt::LeftButton, {}, centreOf(canvas, 4, 0));
     QCOMPARE(canvas->currentWindowId(), 4);
-    page_->slotHdmiInputChosen(0);
+    // The inputs the decoder declares, and none when it cannot tell.
+    QMenu* inputs = page_->hdmiButton()->menu();
+    const auto offered = [inputs] {
+        QStringList texts;
+        for (const QAction* action : inputs->actions())
+            texts.append(action->text());
+        return texts;
+    };
+    const QStringList declared { MatrixForm::tr("HDMI input %1").arg(1),
+        MatrixForm::tr("HDMI input %1 (no signal)").arg(2) };
+    QTRY_COMPARE_WITH_TIMEOUT(offered(), declared, scaled(5000));
+    inputs->actions().first()->trigger();
     QTRY_COMPARE_WITH_TIMEOUT(sourceOf(decoder_, 4, 1), QStringLiteral("hdmiinput"), scaled(5000));
+    decoder_->faults().failNext(Type::GetHdmiStatus, CMATRIX_ERR_NOT_SUPPORTED);
+    emit inputs->aboutToShow();
+    QTRY_VERIFY_WITH_TIMEOUT(offered().isEmpty() && !page_->hdmiButton()->isEnabled(), scaled(5000));
 
     // Window 4 is the bottom-right screen: column 1, row 1.
     QTest::mouseClick(page_->colourButton(), Qt::LeftButton);
