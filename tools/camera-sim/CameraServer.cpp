@@ -13,15 +13,25 @@ std::set<StreamFeeder*> CameraServer::feeders_;
 
 namespace {
 
-constexpr guint kTickMs = 10; // a quarter of a picture's time: late by 10 ms at most
-
 // The payloader sends each picture as soon as it has it; the shared pipeline serves
 // every watcher of the stream. Every key picture of a clip already carries its parameter
 // sets: letting the payloader insert them again broke each key picture on the receiving
-// side, and the picture smeared from then on.
+// side, and the picture smeared from then on. Clients read over TCP, where packets
+// need not fit an Ethernet frame: large ones cut the per-packet work of the server
+// several times over (a sub stream's picture fits one). 8000 bytes still fit what
+// decoders read in one go.
 const char* const kLaunch = "( appsrc name=src is-live=true format=time do-timestamp=true "
                             "caps=video/x-h264,stream-format=byte-stream,alignment=au,framerate=25/1 "
-                            "! rtph264pay name=pay0 pt=96 config-interval=0 aggregate-mode=zero-latency )";
+                            "! rtph264pay name=pay0 pt=96 mtu=8000 config-interval=0 aggregate-mode=zero-latency )";
+
+// Wakes the ticker at the next picture time of the shared grid (plus a millisecond, so
+// the picture is due when it runs).
+guint nextTick(GSourceFunc tick, gpointer self)
+{
+    const int64_t now = g_get_monotonic_time();
+    const int64_t waitUs = StreamFeeder::kFrameUs - now % StreamFeeder::kFrameUs + 1000;
+    return g_timeout_add(guint(waitUs / 1000), tick, self);
+}
 
 gboolean quitLoop(gpointer loop)
 {
@@ -128,13 +138,17 @@ void CameraServer::onMediaGone(gpointer data, GObject*)
     delete feeder;
 }
 
-gboolean CameraServer::onTick(gpointer)
+gboolean CameraServer::onTick(gpointer self)
 {
     const int64_t now = g_get_monotonic_time();
-    std::lock_guard<std::mutex> lock(feedersMutex_);
-    for (StreamFeeder* f : feeders_)
-        f->pushDue(now);
-    return G_SOURCE_CONTINUE;
+    {
+        std::lock_guard<std::mutex> lock(feedersMutex_);
+        for (StreamFeeder* f : feeders_)
+            f->pushDue(now);
+    }
+    // One wake-up per picture time for all streams, not a poll.
+    static_cast<CameraServer*>(self)->tick_ = nextTick(onTick, self);
+    return G_SOURCE_REMOVE;
 }
 
 QStringList CameraServer::describe() const
@@ -154,11 +168,11 @@ void CameraServer::run(bool stdinEnds)
     guint input = 0;
     if (stdinEnds)
         input = g_unix_fd_add(0, GIOCondition(G_IO_IN | G_IO_HUP | G_IO_ERR), stdinReady, loop_);
-    const guint tick = g_timeout_add(kTickMs, onTick, this);
+    tick_ = nextTick(onTick, this);
     const guint term = g_unix_signal_add(SIGTERM, quitLoop, loop_);
     const guint interrupt = g_unix_signal_add(SIGINT, quitLoop, loop_);
     g_main_loop_run(loop_);
-    g_source_remove(tick);
+    g_source_remove(tick_);
     g_source_remove(term);
     g_source_remove(interrupt);
     if (input)

@@ -55,6 +55,7 @@ private:
     std::vector<std::unique_ptr<Stream>> streams_;
     std::map<std::pair<QString, quint16>, Endpoint> endpoints_;
     GMainLoop* loop_ = nullptr;
+    guint tick_ = 0;
 
     static std::mutex feedersMutex_;
     static std::set<StreamFeeder*> feeders_;
