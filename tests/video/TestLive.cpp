@@ -6,6 +6,9 @@
 #include "TestTimeout.h"
 #include "WireBuilders.h"
 
+#include "media/VideoDecoder.h"
+
+#include <QDir>
 #include <QtTest>
 
 #include <cstring>
@@ -49,6 +52,65 @@ void VideoTest::cameraMovesOnTheWall()
     const QJsonObject later = video(1);
     QVERIFY(later.value("cameraFrame").toInt() >= first.value("cameraFrame").toInt() + 20);
     QVERIFY(later.value("latencyMs").toInt() >= 0);
+}
+
+namespace {
+
+// Mean difference per colour channel (0..255) of two pictures of one size.
+double meanDifference(const QImage& a, const QImage& b)
+{
+    qint64 sum = 0;
+    for (int y = 0; y < a.height(); ++y) {
+        const auto* p = reinterpret_cast<const QRgb*>(a.constScanLine(y));
+        const auto* q = reinterpret_cast<const QRgb*>(b.constScanLine(y));
+        for (int x = 0; x < a.width(); ++x)
+            sum += qAbs(qRed(p[x]) - qRed(q[x])) + qAbs(qGreen(p[x]) - qGreen(q[x])) + qAbs(qBlue(p[x]) - qBlue(q[x]));
+    }
+    return double(sum) / (3.0 * a.width() * a.height());
+}
+
+} // namespace
+
+void VideoTest::pictureMatchesTheClip()
+{
+    // The camera's clip decoded straight from its file is the reference: every picture the
+    // decoder shows off the network must be one of the clip's (a smear or a grey block
+    // left by a broken transport matches none).
+    QVERIFY2(cameras_.start(kCameraIp, { "Gate" }), qPrintable(cameras_.error()));
+    const QStringList clips = QDir(QStringLiteral(KVMS_TEST_CLIP_DIR)).entryList({ "Gate-*-320x180-*.h264" });
+    QCOMPARE(clips.size(), 1);
+    vdec::VideoDecoder reference;
+    QVERIFY(reference.open(vdec::VideoDecoder::Codec::H264));
+    QList<QImage> frames;
+    for (const QByteArray& unit : clipPictures(QStringLiteral(KVMS_TEST_CLIP_DIR "/") + clips.first())) {
+        QImage frame;
+        if (reference.decode(reinterpret_cast<const uint8_t*>(unit.constData()), size_t(unit.size()), 0)
+            && reference.toImage(QSize(), frame))
+            frames.append(frame);
+    }
+    QCOMPARE(frames.size(), 100); // 4 s at 25 a second
+
+    const Handle h = wallOn(49, 1);
+    QVERIFY(h);
+    QCOMPARE(bind(h, withCamera(1, 1, kCameraIp, cameras_.port(), 1, 1), 0), 0);
+    // Past the pictures a late joiner may see before its first key picture.
+    QTRY_VERIFY_WITH_TIMEOUT(video(1).value("shown").toInt() > 50, scaled(15000));
+    qint64 lastKey = 0;
+    for (int checked = 0; checked < 12;) {
+        const vdec::DecoderSnapshot s = decoder_->snapshot();
+        const QImage shown = s.mediaOf(1, 1)->picture.convertToFormat(QImage::Format_RGB32);
+        if (shown.cacheKey() == lastKey || shown.size() != frames.first().size()) {
+            QTest::qWait(20);
+            continue;
+        }
+        lastKey = shown.cacheKey();
+        double best = 255;
+        for (const QImage& frame : frames)
+            best = std::min(best, meanDifference(shown, frame));
+        QVERIFY2(best < 2, qPrintable(QStringLiteral("picture %1 is off the clip by %2").arg(checked).arg(best)));
+        ++checked;
+        QTest::qWait(150); // spread over key and other pictures
+    }
 }
 
 void VideoTest::streamFollowsTheChoice_data()

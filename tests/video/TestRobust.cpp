@@ -36,23 +36,6 @@ void VideoTest::corruptStreamLeavesTheOthersPlaying()
 
 namespace {
 
-// The pictures of an H.264 clip with delimiters, as a recording's frames would come.
-QList<QByteArray> clipPictures(const QString& path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    const QByteArray all = file.readAll();
-    QList<QByteArray> out;
-    int start = all.indexOf(QByteArray("\x00\x00\x00\x01\x09", 5));
-    while (start >= 0) {
-        const int next = all.indexOf(QByteArray("\x00\x00\x00\x01\x09", 5), start + 5);
-        out.append(all.mid(start, next < 0 ? -1 : next - start));
-        start = next;
-    }
-    return out;
-}
-
 QByteArray envelope(const QByteArray& payload, bool key)
 {
     KavFrame frame {};

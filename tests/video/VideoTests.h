@@ -31,6 +31,8 @@ private:
     // The "video" object of a sub-window in the decoder's state JSON.
     QJsonObject video(int sub) const;
     QImage wall() const;
+    // The pictures of an H.264 clip of camera-sim, cut at its delimiters.
+    static QList<QByteArray> clipPictures(const QString& path);
 
     kvmstest::DecoderFixture fixture_;
     vdec::VirtualDecoder* decoder_ = nullptr;
@@ -45,6 +47,7 @@ private slots:
 
     // TestLive.cpp
     void cameraMovesOnTheWall();
+    void pictureMatchesTheClip();
     void streamFollowsTheChoice_data();
     void streamFollowsTheChoice();
     void unreachableCameraRecovers();

@@ -6,6 +6,7 @@
 #include "TestTimeout.h"
 #include "WireBuilders.h"
 
+#include <QFile>
 #include <QJsonArray>
 #include <QtTest>
 
@@ -60,6 +61,22 @@ QJsonObject VideoTest::video(int sub) const
 QImage VideoTest::wall() const
 {
     return MonitorClient(decoder_->address(), decoder_->httpPort()).wall(960);
+}
+
+QList<QByteArray> VideoTest::clipPictures(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    const QByteArray all = file.readAll();
+    const QByteArray delimiter("\x00\x00\x00\x01\x09", 5);
+    QList<QByteArray> out;
+    for (int start = all.indexOf(delimiter); start >= 0;) {
+        const int next = all.indexOf(delimiter, start + 5);
+        out.append(all.mid(start, next < 0 ? -1 : next - start));
+        start = next;
+    }
+    return out;
 }
 
 void VideoTest::initTestCase()
