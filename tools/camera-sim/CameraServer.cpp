@@ -4,6 +4,8 @@
 #include "StreamFeeder.h"
 
 #include <glib-unix.h>
+#include <netinet/in.h>
+#include <netinet/tcp.h>
 #include <unistd.h>
 
 #include <QTextStream>
@@ -33,6 +35,17 @@ guint nextTick(GSourceFunc tick, gpointer self)
     return g_timeout_add(guint(waitUs / 1000), tick, self);
 }
 
+// Pictures go out interleaved on the client's RTSP connection in writes smaller than a
+// segment; with Nagle's algorithm on, one could wait for the client's delayed ACK of the
+// one before.
+void onClientConnected(GstRTSPServer*, GstRTSPClient* client, gpointer)
+{
+    GstRTSPConnection* connection = gst_rtsp_client_get_connection(client);
+    GSocket* socket = connection ? gst_rtsp_connection_get_write_socket(connection) : nullptr;
+    if (socket)
+        g_socket_set_option(socket, IPPROTO_TCP, TCP_NODELAY, 1, nullptr);
+}
+
 gboolean quitLoop(gpointer loop)
 {
     g_main_loop_quit(static_cast<GMainLoop*>(loop));
@@ -46,7 +59,7 @@ gboolean stdinReady(gint fd, GIOCondition, gpointer loop)
     if (n > 0)
         return G_SOURCE_CONTINUE; // input is read and ignored
     g_main_loop_quit(static_cast<GMainLoop*>(loop));
-    return G_SOURCE_REMOVE;
+    return G_SOURCE_CONTINUE; // removed by run() as it returns
 }
 
 } // namespace
@@ -73,6 +86,7 @@ bool CameraServer::prepare(const SimSettings& settings, QString* error)
             e.server = gst_rtsp_server_new();
             gst_rtsp_server_set_address(e.server, camera.address.toUtf8().constData());
             gst_rtsp_server_set_service(e.server, QByteArray::number(camera.port).constData());
+            g_signal_connect(e.server, "client-connected", G_CALLBACK(onClientConnected), nullptr);
         }
         for (const bool sub : { false, true }) {
             auto stream = std::make_unique<Stream>();
