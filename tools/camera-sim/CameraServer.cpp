@@ -10,10 +10,22 @@
 
 #include <QTextStream>
 
-std::mutex CameraServer::feedersMutex_;
-std::set<StreamFeeder*> CameraServer::feeders_;
+#include <set>
 
 namespace {
+
+struct Feeders {
+    std::mutex mutex;
+    std::set<StreamFeeder*> all;
+};
+
+// Never destroyed: a media ends on one of GStreamer's threads, which may be while the
+// program exits and its statics are being destroyed.
+Feeders& feeders()
+{
+    static auto* registry = new Feeders;
+    return *registry;
+}
 
 // The payloader sends each picture as soon as it has it; the shared pipeline serves
 // every watcher of the stream. Every key picture of a clip already carries its parameter
@@ -25,15 +37,6 @@ namespace {
 const char* const kLaunch = "( appsrc name=src is-live=true format=time do-timestamp=true "
                             "caps=video/x-h264,stream-format=byte-stream,alignment=au,framerate=25/1 "
                             "! rtph264pay name=pay0 pt=96 mtu=8000 config-interval=0 aggregate-mode=zero-latency )";
-
-// Wakes the ticker at the next picture time of the shared grid (plus a millisecond, so
-// the picture is due when it runs).
-guint nextTick(GSourceFunc tick, gpointer self)
-{
-    const int64_t now = g_get_monotonic_time();
-    const int64_t waitUs = StreamFeeder::kFrameUs - now % StreamFeeder::kFrameUs + 1000;
-    return g_timeout_add(guint(waitUs / 1000), tick, self);
-}
 
 // Pictures go out interleaved on the client's RTSP connection in writes smaller than a
 // segment; with Nagle's algorithm on, one could wait for the client's delayed ACK of the
@@ -136,8 +139,8 @@ void CameraServer::onConfigure(GstRTSPMediaFactory*, GstRTSPMedia* media, gpoint
     auto* feeder = new StreamFeeder(stream->clip, appsrc, stream->corrupt);
     gst_object_unref(appsrc);
     {
-        std::lock_guard<std::mutex> lock(feedersMutex_);
-        feeders_.insert(feeder);
+        std::lock_guard<std::mutex> lock(feeders().mutex);
+        feeders().all.insert(feeder);
     }
     g_object_weak_ref(G_OBJECT(media), onMediaGone, feeder);
 }
@@ -146,23 +149,27 @@ void CameraServer::onMediaGone(gpointer data, GObject*)
 {
     auto* feeder = static_cast<StreamFeeder*>(data);
     {
-        std::lock_guard<std::mutex> lock(feedersMutex_);
-        feeders_.erase(feeder);
+        std::lock_guard<std::mutex> lock(feeders().mutex);
+        feeders().all.erase(feeder);
     }
     delete feeder;
 }
 
-gboolean CameraServer::onTick(gpointer self)
+void CameraServer::tickLoop()
 {
-    const int64_t now = g_get_monotonic_time();
-    {
-        std::lock_guard<std::mutex> lock(feedersMutex_);
-        for (StreamFeeder* f : feeders_)
-            f->pushDue(now);
+    std::unique_lock<std::mutex> lock(tickMutex_);
+    while (!stopTicking_) {
+        const int64_t now = g_get_monotonic_time();
+        {
+            std::lock_guard<std::mutex> feeding(feeders().mutex);
+            for (StreamFeeder* f : feeders().all)
+                f->pushDue(now);
+        }
+        // The next picture time of the grid all streams share, plus a millisecond so the
+        // picture is due when the ticker wakes.
+        const int64_t waitUs = StreamFeeder::kFrameUs - now % StreamFeeder::kFrameUs + 1000;
+        tickWake_.wait_for(lock, std::chrono::microseconds(waitUs), [this] { return stopTicking_; });
     }
-    // One wake-up per picture time for all streams, not a poll.
-    static_cast<CameraServer*>(self)->tick_ = nextTick(onTick, self);
-    return G_SOURCE_REMOVE;
 }
 
 QStringList CameraServer::describe() const
@@ -182,11 +189,20 @@ void CameraServer::run(bool stdinEnds)
     guint input = 0;
     if (stdinEnds)
         input = g_unix_fd_add(0, GIOCondition(G_IO_IN | G_IO_HUP | G_IO_ERR), stdinReady, loop_);
-    tick_ = nextTick(onTick, this);
+    {
+        std::lock_guard<std::mutex> lock(tickMutex_);
+        stopTicking_ = false;
+    }
+    ticker_ = std::thread([this] { tickLoop(); });
     const guint term = g_unix_signal_add(SIGTERM, quitLoop, loop_);
     const guint interrupt = g_unix_signal_add(SIGINT, quitLoop, loop_);
     g_main_loop_run(loop_);
-    g_source_remove(tick_);
+    {
+        std::lock_guard<std::mutex> lock(tickMutex_);
+        stopTicking_ = true;
+    }
+    tickWake_.notify_all();
+    ticker_.join();
     g_source_remove(term);
     g_source_remove(interrupt);
     if (input)
