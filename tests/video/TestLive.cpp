@@ -13,24 +13,9 @@
 using namespace kvms_matrix;
 using kvmstest::scaled;
 
-namespace {
-
-const QString kCameraIp = QStringLiteral("127.0.0.50");
-
-bool playing(const QJsonObject& v)
-{
-    return v.value("state").toString() == QLatin1String("playing");
-}
-
-} // namespace
-
 void VideoTest::cameraMovesOnTheWall()
 {
-    QVERIFY2(cameras_.start(kCameraIp, { "Gate" }), qPrintable(cameras_.error()));
-    const Handle h = wallOn(40, 4);
-    QVERIFY(h);
-    QCOMPARE(bind(h, withCamera(4, 1, kCameraIp, cameras_.port(), 1, 0), 0), 0);
-    QTRY_VERIFY_WITH_TIMEOUT(playing(video(1)), scaled(15000));
+    QVERIFY2(playGate(4, 0), qPrintable(failure_));
     const QJsonObject first = video(1);
     QCOMPARE(
         first.value("url").toString(), QStringLiteral("rtsp://%1:%2/ch1/main").arg(kCameraIp).arg(cameras_.port()));
@@ -69,15 +54,24 @@ void VideoTest::streamFollowsTheChoice()
     QFETCH(int, stream);
     QFETCH(QString, expected);
     QFETCH(int, width);
-    QVERIFY2(cameras_.start(kCameraIp, { "Gate" }), qPrintable(cameras_.error()));
-    const Handle h = wallOn(41, division);
-    QVERIFY(h);
-    QCOMPARE(bind(h, withCamera(division, 1, kCameraIp, cameras_.port(), 1, stream), 0), 0);
-    QTRY_VERIFY_WITH_TIMEOUT(playing(video(1)), scaled(15000));
+    QVERIFY2(playGate(division, stream), qPrintable(failure_));
     const QJsonObject v = video(1);
     QCOMPARE(v.value("stream").toString(), expected);
     QVERIFY(v.value("url").toString().endsWith("/ch1/" + expected));
     QCOMPARE(v.value("source").toObject().value("width").toInt(), width);
+    // The clip decoded straight from its file is the reference: every picture shown off
+    // the network must be one of its own (a smear or a grey block left by a broken
+    // transport matches none). Past the pictures a late joiner sees before a key picture.
+    const QList<QImage> frames = clipFrames(QStringLiteral("Gate-*-%1x%2-*.h264").arg(width).arg(width * 9 / 16));
+    QCOMPARE(frames.size(), 100); // 4 s at 25 a second
+    QTRY_VERIFY_WITH_TIMEOUT(video(1).value("shown").toInt() > 50, scaled(15000));
+    for (int checked = 0; checked < 8; ++checked) { // spread over key and other pictures
+        const int count = video(1).value("shown").toInt();
+        QTRY_VERIFY_WITH_TIMEOUT(video(1).value("shown").toInt() >= count + 4, scaled(10000));
+        const QImage shown = decoder_->snapshot().mediaOf(1, 1)->picture.convertToFormat(QImage::Format_RGB32);
+        const double off = offClip(shown, frames);
+        QVERIFY2(off < 2, qPrintable(QStringLiteral("picture %1 is off the clip by %2").arg(checked).arg(off)));
+    }
 }
 
 void VideoTest::unreachableCameraRecovers()
@@ -86,7 +80,7 @@ void VideoTest::unreachableCameraRecovers()
     QVERIFY2(cameras_.start(kCameraIp, { "Gate" }), qPrintable(cameras_.error()));
     const quint16 port = cameras_.port();
     cameras_.stop();
-    const Handle h = wallOn(42, 1);
+    const Handle h = wallOn(1);
     QVERIFY(h);
     QCOMPARE(bind(h, withCamera(1, 1, kCameraIp, port, 1, 1), 0), 0);
     QTRY_VERIFY_WITH_TIMEOUT(video(1).value("state").toString() == "no signal", scaled(15000));
@@ -105,7 +99,7 @@ void VideoTest::unreachableCameraRecovers()
 void VideoTest::loopShowsEachCameraInTurn()
 {
     QVERIFY2(cameras_.start(kCameraIp, { "One", "Two", "Three" }), qPrintable(cameras_.error()));
-    const Handle h = wallOn(43, 1, 1500); // a step every 1.5 s
+    const Handle h = wallOn(1, 1500); // a step every 1.5 s
     QVERIFY(h);
     SchemeInfo_t scheme {};
     scheme.id = 1;

@@ -1,10 +1,15 @@
-// The wall as one picture for the canvas's mimic: the SDK call and the worker task.
+// The wall as pictures: the monitor's moving wall, and one picture for the canvas's mimic
+// (the SDK call and the worker task).
 #include "VideoTests.h"
 
 #include "QueuedSignalSpy.h"
 #include "TestTimeout.h"
 
 #include <QtTest>
+
+#include <httplib.h>
+
+#include <chrono>
 
 using namespace kvms_matrix;
 using kvmstest::scaled;
@@ -27,7 +32,7 @@ void VideoTest::snapshotSizes()
     QFETCH(int, width);
     QFETCH(int, height);
     QFETCH(int, expected);
-    QVERIFY(wallOn(46, 4));
+    QVERIFY(wallOn(4));
     unsigned char* jpeg = nullptr;
     const int size = CMatrix_GetWallSnapshot(*sdk_, width, height, &jpeg);
     if (expected != 0) {
@@ -43,12 +48,8 @@ void VideoTest::snapshotSizes()
 
 void VideoTest::workerFetchesTheSnapshot()
 {
-    const QString ip = QStringLiteral("127.0.0.52");
-    QVERIFY2(cameras_.start(ip, { "Gate" }), qPrintable(cameras_.error()));
-    const Handle h = wallOn(47, 4);
-    QVERIFY(h);
-    QCOMPARE(bind(h, withCamera(4, 1, ip, cameras_.port(), 1, 1), 0), 0);
-    QTRY_VERIFY_WITH_TIMEOUT(video(1).value("shown").toInt() > 0, scaled(15000));
+    const Handle h = playGate(4, 1);
+    QVERIFY2(h, qPrintable(failure_));
 
     QueuedSignalSpy result(worker(), &MatrixSdkWorker::signalGetWallSnapshotResult);
     worker()->getWallSnapshot(h, 640, 360);
@@ -67,4 +68,37 @@ void VideoTest::workerFetchesTheSnapshot()
     QVERIFY(refused.wait(scaled(10000)));
     QCOMPARE(refused.at(0).at(0).toInt(), -1);
     QVERIFY(refused.at(0).at(3).value<QImage>().isNull());
+}
+
+void VideoTest::wallMovesOnTheMonitor()
+{
+    const Handle h = wallOn(1);
+    QVERIFY(h);
+    httplib::Client client(decoder_->address().toStdString(), decoder_->httpPort());
+    client.set_read_timeout(scaled(10000) / 1000, 0);
+    std::string received;
+    std::string contentType;
+    const auto started = std::chrono::steady_clock::now();
+    const auto result = client.Get(
+        "/wall.mjpeg?w=320",
+        [&](const httplib::Response& r) {
+            contentType = r.get_header_value("Content-Type");
+            return true;
+        },
+        [&](const char* data, size_t size) {
+            received.append(data, size);
+            // Four pictures are enough; ending the download ends the drawing.
+            return received.size() < 64 || QByteArray::fromStdString(received).count("--wallframe") < 5;
+        });
+    const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - started).count();
+    QCOMPARE(QString::fromStdString(contentType), QStringLiteral("multipart/x-mixed-replace; boundary=wallframe"));
+    const QByteArray all = QByteArray::fromStdString(received);
+    const int start = all.indexOf("\r\n\r\n") + 4;
+    const int end = all.indexOf("\r\n--wallframe", start);
+    QVERIFY(start > 4 && end > start);
+    const QImage first = QImage::fromData(all.mid(start, end - start), "JPEG");
+    QCOMPARE(first.width(), 320);
+    // Four intervals at ten pictures a second at most.
+    QVERIFY2(seconds >= 0.35, qPrintable(QString::number(seconds)));
+    Q_UNUSED(result);
 }

@@ -4,24 +4,50 @@
 #include "StreamFeeder.h"
 
 #include <glib-unix.h>
+#include <netinet/in.h>
+#include <netinet/tcp.h>
 #include <unistd.h>
 
 #include <QTextStream>
 
-std::mutex CameraServer::feedersMutex_;
-std::set<StreamFeeder*> CameraServer::feeders_;
+#include <set>
 
 namespace {
 
-constexpr guint kTickMs = 10; // a quarter of a picture's time: late by 10 ms at most
+struct Feeders {
+    std::mutex mutex;
+    std::set<StreamFeeder*> all;
+};
+
+// Never destroyed: a media ends on one of GStreamer's threads, which may be while the
+// program exits and its statics are being destroyed.
+Feeders& feeders()
+{
+    static auto* registry = new Feeders;
+    return *registry;
+}
 
 // The payloader sends each picture as soon as it has it; the shared pipeline serves
 // every watcher of the stream. Every key picture of a clip already carries its parameter
 // sets: letting the payloader insert them again broke each key picture on the receiving
-// side, and the picture smeared from then on.
+// side, and the picture smeared from then on. Clients read over TCP, where packets
+// need not fit an Ethernet frame: large ones cut the per-packet work of the server
+// several times over (a sub stream's picture fits one). 8000 bytes still fit what
+// decoders read in one go.
 const char* const kLaunch = "( appsrc name=src is-live=true format=time do-timestamp=true "
                             "caps=video/x-h264,stream-format=byte-stream,alignment=au,framerate=25/1 "
-                            "! rtph264pay name=pay0 pt=96 config-interval=0 aggregate-mode=zero-latency )";
+                            "! rtph264pay name=pay0 pt=96 mtu=8000 config-interval=0 aggregate-mode=zero-latency )";
+
+// Pictures go out interleaved on the client's RTSP connection in writes smaller than a
+// segment; with Nagle's algorithm on, one could wait for the client's delayed ACK of the
+// one before.
+void onClientConnected(GstRTSPServer*, GstRTSPClient* client, gpointer)
+{
+    GstRTSPConnection* connection = gst_rtsp_client_get_connection(client);
+    GSocket* socket = connection ? gst_rtsp_connection_get_write_socket(connection) : nullptr;
+    if (socket)
+        g_socket_set_option(socket, IPPROTO_TCP, TCP_NODELAY, 1, nullptr);
+}
 
 gboolean quitLoop(gpointer loop)
 {
@@ -36,7 +62,7 @@ gboolean stdinReady(gint fd, GIOCondition, gpointer loop)
     if (n > 0)
         return G_SOURCE_CONTINUE; // input is read and ignored
     g_main_loop_quit(static_cast<GMainLoop*>(loop));
-    return G_SOURCE_REMOVE;
+    return G_SOURCE_CONTINUE; // removed by run() as it returns
 }
 
 } // namespace
@@ -63,6 +89,7 @@ bool CameraServer::prepare(const SimSettings& settings, QString* error)
             e.server = gst_rtsp_server_new();
             gst_rtsp_server_set_address(e.server, camera.address.toUtf8().constData());
             gst_rtsp_server_set_service(e.server, QByteArray::number(camera.port).constData());
+            g_signal_connect(e.server, "client-connected", G_CALLBACK(onClientConnected), nullptr);
         }
         for (const bool sub : { false, true }) {
             auto stream = std::make_unique<Stream>();
@@ -112,8 +139,8 @@ void CameraServer::onConfigure(GstRTSPMediaFactory*, GstRTSPMedia* media, gpoint
     auto* feeder = new StreamFeeder(stream->clip, appsrc, stream->corrupt);
     gst_object_unref(appsrc);
     {
-        std::lock_guard<std::mutex> lock(feedersMutex_);
-        feeders_.insert(feeder);
+        std::lock_guard<std::mutex> lock(feeders().mutex);
+        feeders().all.insert(feeder);
     }
     g_object_weak_ref(G_OBJECT(media), onMediaGone, feeder);
 }
@@ -122,19 +149,27 @@ void CameraServer::onMediaGone(gpointer data, GObject*)
 {
     auto* feeder = static_cast<StreamFeeder*>(data);
     {
-        std::lock_guard<std::mutex> lock(feedersMutex_);
-        feeders_.erase(feeder);
+        std::lock_guard<std::mutex> lock(feeders().mutex);
+        feeders().all.erase(feeder);
     }
     delete feeder;
 }
 
-gboolean CameraServer::onTick(gpointer)
+void CameraServer::tickLoop()
 {
-    const int64_t now = g_get_monotonic_time();
-    std::lock_guard<std::mutex> lock(feedersMutex_);
-    for (StreamFeeder* f : feeders_)
-        f->pushDue(now);
-    return G_SOURCE_CONTINUE;
+    std::unique_lock<std::mutex> lock(tickMutex_);
+    while (!stopTicking_) {
+        const int64_t now = g_get_monotonic_time();
+        {
+            std::lock_guard<std::mutex> feeding(feeders().mutex);
+            for (StreamFeeder* f : feeders().all)
+                f->pushDue(now);
+        }
+        // The next picture time of the grid all streams share, plus a millisecond so the
+        // picture is due when the ticker wakes.
+        const int64_t waitUs = StreamFeeder::kFrameUs - now % StreamFeeder::kFrameUs + 1000;
+        tickWake_.wait_for(lock, std::chrono::microseconds(waitUs), [this] { return stopTicking_; });
+    }
 }
 
 QStringList CameraServer::describe() const
@@ -154,11 +189,20 @@ void CameraServer::run(bool stdinEnds)
     guint input = 0;
     if (stdinEnds)
         input = g_unix_fd_add(0, GIOCondition(G_IO_IN | G_IO_HUP | G_IO_ERR), stdinReady, loop_);
-    const guint tick = g_timeout_add(kTickMs, onTick, this);
+    {
+        std::lock_guard<std::mutex> lock(tickMutex_);
+        stopTicking_ = false;
+    }
+    ticker_ = std::thread([this] { tickLoop(); });
     const guint term = g_unix_signal_add(SIGTERM, quitLoop, loop_);
     const guint interrupt = g_unix_signal_add(SIGINT, quitLoop, loop_);
     g_main_loop_run(loop_);
-    g_source_remove(tick);
+    {
+        std::lock_guard<std::mutex> lock(tickMutex_);
+        stopTicking_ = true;
+    }
+    tickWake_.notify_all();
+    ticker_.join();
     g_source_remove(term);
     g_source_remove(interrupt);
     if (input)

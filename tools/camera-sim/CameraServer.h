@@ -7,10 +7,11 @@
 
 #include <QString>
 
+#include <condition_variable>
 #include <map>
 #include <memory>
 #include <mutex>
-#include <set>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -48,14 +49,18 @@ private:
 
     static void onConfigure(GstRTSPMediaFactory* factory, GstRTSPMedia* media, gpointer stream);
     static void onMediaGone(gpointer data, GObject* media);
-    static gboolean onTick(gpointer self);
+    void tickLoop();
     void mount(GstRTSPServer* server, const QString& path, Stream* stream);
 
     SimSettings settings_;
     std::vector<std::unique_ptr<Stream>> streams_;
     std::map<std::pair<QString, quint16>, Endpoint> endpoints_;
     GMainLoop* loop_ = nullptr;
-
-    static std::mutex feedersMutex_;
-    static std::set<StreamFeeder*> feeders_;
+    // The ticker has a thread of its own: the main loop also answers clients and prepares
+    // their media, and a picture pushed late there held back the one before it too (a
+    // receiver knows a picture has ended only when the next one begins).
+    std::thread ticker_;
+    std::mutex tickMutex_;
+    std::condition_variable tickWake_;
+    bool stopTicking_ = false;
 };
