@@ -20,69 +20,6 @@ class TestPictures : public QObject {
 private slots:
     void cleanup() { fixture_.cleanup(); }
 
-    void pictureShowsInSubWindow_data()
-    {
-        QTest::addColumn<QRect>("rect"); // window, wall units
-        QTest::addColumn<int>("division");
-        QTest::addColumn<int>("sub");
-        QTest::addColumn<int>("fullScreen"); // sub-window shown over the whole window, 0: none
-        QTest::addColumn<QPointF>("inside"); // fractions of the wall
-        QTest::addColumn<QPointF>("outside"); // a point of another sub-window
-        QTest::addColumn<QSize>("kept"); // picture size the decoder keeps for a 1280x720 JPEG
-        QTest::addColumn<QColor>("colour");
-
-        const QRect wall(0, 0, 32768, 32768);
-        const QRect topRight(16384, 0, 16384, 16384);
-        // On a 2x2 wall of 1920x1080 screens: 3840x2160 pixels. Points keep off the
-        // screens' frames, which are drawn across windows.
-        QTest::newRow("four, third") << wall << 4 << 3 << 0 << QPointF(0.25, 0.75) << QPointF(0.75, 0.75)
-                                     << QSize(1280, 720) << QColor(30, 200, 40);
-        QTest::newRow("six, large") << wall << 6 << 1 << 0 << QPointF(0.33, 0.33) << QPointF(0.83, 0.17)
-                                    << QSize(1280, 720) << QColor(40, 60, 230);
-        QTest::newRow("eight, fifth") << wall << 8 << 5 << 0 << QPointF(0.125, 0.875) << QPointF(0.375, 0.875)
-                                      << QSize(960, 540) << QColor(30, 210, 210);
-        QTest::newRow("window on one screen") << topRight << 4 << 2 << 0 << QPointF(0.875, 0.125)
-                                              << QPointF(0.625, 0.125) << QSize(960, 540) << QColor(220, 30, 30);
-        QTest::newRow("full screen") << wall << 4 << 3 << 3 << QPointF(0.75, 0.25) << QPointF(-1, -1)
-                                     << QSize(1280, 720) << QColor(30, 200, 40);
-    }
-
-    void pictureShowsInSubWindow()
-    {
-        QFETCH(QRect, rect);
-        QFETCH(int, division);
-        QFETCH(int, sub);
-        QFETCH(int, fullScreen);
-        QFETCH(QPointF, inside);
-        QFETCH(QPointF, outside);
-        QFETCH(QSize, kept);
-        QFETCH(QColor, colour);
-
-        vdec::VirtualDecoder* d = fixture_.startDecoder();
-        QVERIFY(d);
-        kvmstest::SdkSession h;
-        QCOMPARE(h.connect(d), CMATRIX_OK);
-        QVERIFY(layOut(h, 2, 2, { window(1, rect.x(), rect.y(), rect.width(), rect.height()) }, { division }));
-        if (fullScreen)
-            QCOMPARE(CMatrix_WindowSetFullScreen(h, 1, fullScreen, 1), CMATRIX_OK);
-
-        QCOMPARE(display(h, 1, sub, FrameSamples::picture(colour, { 1280, 720 })), CMATRIX_OK);
-
-        const vdec::DecoderSnapshot snapshot = d->snapshot();
-        const vdec::SubWindowMedia* media = snapshot.mediaOf(1, sub);
-        QVERIFY(media);
-        QCOMPARE(media->frames, 1u);
-        QCOMPARE(media->decoded, 1u);
-        QCOMPARE(media->failed, 0u);
-        QCOMPARE(media->picture.size(), kept);
-
-        const QImage wall = MonitorClient(d->address(), d->httpPort()).wall(960);
-        QCOMPARE(wall.size(), QSize(960, 540));
-        QVERIFY2(near(at(wall, inside.x(), inside.y()), colour), qPrintable(at(wall, inside.x(), inside.y()).name()));
-        if (outside.x() >= 0)
-            QVERIFY(!near(at(wall, outside.x(), outside.y()), colour));
-    }
-
     // A picture belongs to what it was shown for: a new source in its sub-window, or a
     // window deleted and made again, leaves the sub-window without it.
     void newSourceClearsPicture()
