@@ -22,11 +22,6 @@ QByteArray image(const QByteArray& version, const QByteArray& payload = QByteArr
     return QByteArray("KVFWIMG1") + version + QByteArray(1, '\0') + payload;
 }
 
-ScreenResolution_t mode(int width, int height, int rate, int output)
-{
-    return ScreenResolution_t { width, height, rate, output };
-}
-
 } // namespace
 
 class TestMaintenance : public QObject {
