@@ -23,38 +23,6 @@ class TestPictures : public QObject {
 private slots:
     void cleanup() { fixture_.cleanup(); }
 
-    // A picture belongs to what it was shown for: a new source in its sub-window, or a
-    // window deleted and made again, leaves the sub-window without it.
-    void newSourceClearsPicture()
-    {
-        vdec::VirtualDecoder* d = fixture_.startDecoder();
-        QVERIFY(d);
-        kvmstest::SdkSession h;
-        QCOMPARE(h.connect(d), CMATRIX_OK);
-        QVERIFY(layOut(h, 1, 1, { window(1, 0, 0, 32768, 32768) }, { 4 }));
-        const DeviceInfo_t picture = source(1, "pic_lobby", 6, 1);
-        QCOMPARE(CMatrix_WindowDeviceAdd(h, 1, &picture, 1, true), CMATRIX_OK);
-        const QColor red(220, 30, 30);
-        QCOMPARE(display(h, 1, 1, FrameSamples::picture(red)), CMATRIX_OK);
-        QCOMPARE(display(h, 1, 2, FrameSamples::picture(red)), CMATRIX_OK);
-        MonitorClient monitor(d->address(), d->httpPort());
-        QVERIFY(near(at(monitor.wall(), 0.25, 0.25), red));
-
-        const DeviceInfo_t camera = source(1, "cam-7", 1, 1);
-        QCOMPARE(CMatrix_WindowDeviceAdd(h, 1, &camera, 1, true), CMATRIX_OK);
-        QVERIFY(!d->snapshot().mediaOf(1, 1));
-        QVERIFY(d->snapshot().mediaOf(1, 2)); // its neighbour keeps its own
-        QVERIFY(!near(at(monitor.wall(), 0.25, 0.25), red));
-
-        const MatrixWindow_t again = window(1, 0, 0, 32768, 32768);
-        const uint32_t id = 1;
-        QCOMPARE(CMatrix_WindowDel(h, &id, 1), CMATRIX_OK);
-        QCOMPARE(CMatrix_WindowAdd(h, &again, 1, false), CMATRIX_OK);
-        QCOMPARE(CMatrix_WindowSetDivision(h, 1, 4), CMATRIX_OK);
-        QVERIFY(d->snapshot().media.empty());
-        QVERIFY(!near(at(monitor.wall(), 0.75, 0.25), red));
-    }
-
     void quickPicturesShowTheLatest_data()
     {
         QTest::addColumn<int>("intervalMs");

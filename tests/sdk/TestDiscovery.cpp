@@ -4,7 +4,6 @@
 #include "LoopbackPool.h"
 #include "RawUdp.h"
 #include "SdkSession.h"
-#include "SearchCollector.h"
 #include "SuiteMain.h"
 #include "TestTimeout.h"
 #include "WireBuilders.h"
@@ -16,11 +15,11 @@
 #include <algorithm>
 #include <cstring>
 #include <functional>
+#include <mutex>
 
 using namespace cmatrix::wire;
 using kvmstest::scaled;
 using kvmstest::SdkSession;
-using kvmstest::SearchCollector;
 using kvmstest::setText;
 
 using CfgEdit = std::function<void(DeviceNetworkCfg_t&)>;
@@ -57,6 +56,44 @@ DeviceInfo_t addressed(const char* devId, const char* ip, const char* user, cons
     setText(d.password, password);
     return d;
 }
+
+// What discovery rounds report through the SDK's callback, which comes on an SDK thread.
+class SearchCollector {
+    template <class F> auto locked(F f) const
+    {
+        std::lock_guard<std::mutex> lock(mutex_);
+        return f();
+    }
+
+public:
+    int start(int waitCentis, int probes) { return Discovery_Start(waitCentis, probes, &callback, this); }
+    int finished() const { return locked([this] { return finished_; }); }
+    int oddCalls() const { return locked([this] { return odd_; }); } // finished with a device, or neither
+    std::vector<DeviceInfo_t> answers() const { return locked([this] { return answers_; }); }
+    std::vector<DeviceInfo_t> answersFrom(const QByteArray& devId) const
+    {
+        std::vector<DeviceInfo_t> list = answers();
+        list.erase(std::remove_if(list.begin(), list.end(), [&](const DeviceInfo_t& d) { return devId != d.devId; }),
+            list.end());
+        return list;
+    }
+
+private:
+    static void callback(bool finished, const DeviceInfo_t* device, void* user)
+    {
+        auto* self = static_cast<SearchCollector*>(user);
+        std::lock_guard<std::mutex> lock(self->mutex_);
+        self->odd_ += finished == (device != nullptr);
+        if (device)
+            self->answers_.push_back(*device);
+        self->finished_ += finished;
+    }
+
+    mutable std::mutex mutex_;
+    std::vector<DeviceInfo_t> answers_;
+    int finished_ = 0;
+    int odd_ = 0;
+};
 
 } // namespace
 
