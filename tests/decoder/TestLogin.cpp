@@ -1,6 +1,5 @@
 #include "DecoderFixture.h"
 #include "SuiteMain.h"
-#include "TestTimeout.h"
 #include "WireRecords.h"
 
 #include <QtTest>
@@ -37,30 +36,6 @@ private slots:
         QCOMPARE(c->login("operator", "admin123", &json), CMATRIX_ERR_PASSWORD);
         QCOMPARE(json, passwordError(1, 5, 600));
         QCOMPARE(c->call(MessageType::GetMatrix, Empty {}), CMATRIX_ERR_NOT_LOGGED_IN);
-    }
-
-    void lockExpires()
-    {
-        vdec::VirtualDecoder* d = fixture_.startDecoder(0, [](vdec::DecoderConfig& c) {
-            c.maxFailedLogins = 2;
-            c.lockSeconds = 1;
-        });
-        TestClient* first = fixture_.connectTo(d, false);
-        TestClient* second = fixture_.connectTo(d, false);
-        QVERIFY(first && second);
-        QCOMPARE(first->login("admin", "x"), CMATRIX_ERR_PASSWORD);
-        QCOMPARE(first->login("admin", "x"), CMATRIX_ERR_PASSWORD);
-        // The lock is the account's, not the connection's.
-        QString json;
-        QCOMPARE(second->login("admin", "admin123", &json), CMATRIX_ERR_USER_LOCKED);
-        QCOMPARE(json, QString(R"({"ERRCODE":"USERLOCK","PARAM":{"UNLOCKTIME":1}})"));
-        QVERIFY(d->snapshot().account("admin")->locked);
-
-        QTRY_VERIFY_WITH_TIMEOUT(!d->snapshot().account("admin")->locked, kvmstest::scaled(3000));
-        QCOMPARE(second->login("admin", "admin123"), CMATRIX_OK);
-        // After the lock the count starts afresh.
-        QCOMPARE(first->login("admin", "x", &json), CMATRIX_ERR_PASSWORD);
-        QCOMPARE(json, passwordError(1, 2, 1));
     }
 
     void requestsBeforeLogin_data()
