@@ -4,7 +4,6 @@
 
 #include <QBuffer>
 #include <QImage>
-#include <QRandomGenerator>
 
 #include <cstring>
 
@@ -16,22 +15,6 @@ QByteArray FrameSamples::solidJpeg(const QColor& colour, QSize size)
     QBuffer buffer(&out);
     buffer.open(QIODevice::WriteOnly);
     image.save(&buffer, "JPG", 95);
-    return out;
-}
-
-QByteArray FrameSamples::noiseJpeg(QSize size, int quality)
-{
-    QImage image(size, QImage::Format_RGB32);
-    QRandomGenerator random(42);
-    for (int y = 0; y < size.height(); ++y) {
-        auto* line = reinterpret_cast<quint32*>(image.scanLine(y));
-        for (int x = 0; x < size.width(); ++x)
-            line[x] = 0xff000000u | (random.generate() & 0xffffffu);
-    }
-    QByteArray out;
-    QBuffer buffer(&out);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, "JPG", quality);
     return out;
 }
 

@@ -13,8 +13,6 @@ public:
     using Bytes = std::vector<uint8_t>;
 
     static QByteArray solidJpeg(const QColor& colour, QSize size = { 320, 180 });
-    // Random pixels: large and slow to decode, as camera pictures are.
-    static QByteArray noiseJpeg(QSize size, int quality = 90);
     // The same picture, but claiming another size in its frame header.
     static QByteArray withClaimedSize(QByteArray jpeg, QSize claimed);
 

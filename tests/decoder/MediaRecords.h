@@ -8,15 +8,13 @@
 
 #include <vector>
 
-// Media end to end through the real SDK into virtual decoders: a source bound to a sub-window,
-// the grid laid out, a frame shown.
+// Media through the real SDK into virtual decoders: the grid laid out, a frame shown.
 namespace mediarecords {
 
 using colourcheck::at;
 using colourcheck::near;
 using kvmstest::window;
 
-DeviceInfo_t source(int sub, const char* devId, int protocol, int channel, const char* url = "");
 // Grid, windows and their divisions, set through the SDK.
 bool layOut(
     CMHANDLE handle, int cols, int rows, const std::vector<MatrixWindow_t>& windows, const std::vector<int>& divisions);

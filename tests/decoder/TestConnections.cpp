@@ -136,40 +136,6 @@ private slots:
         QCOMPARE(d->connectionCount(), 1);
     }
 
-    void lateAnswersAndDrops()
-    {
-        vdec::VirtualDecoder* d = fixture_.startDecoder(0, [](vdec::DecoderConfig& c) { c.heartbeatIntervalMs = 100; });
-        TestClient* c = fixture_.connectTo(d);
-        QVERIFY(c);
-
-        // A late answer does not hold up the answers after it.
-        d->faults().answerLate(MessageType::SetMatrix, 800);
-        const uint32_t late
-            = c->sendRequest(uint16_t(MessageType::SetMatrix), TestClient::encodeBody(MatrixGeometry { 5, 5, "Late" }));
-        QCOMPARE(c->call(MessageType::GetMatrix, Empty {}), CMATRIX_OK);
-        Message m;
-        QCOMPARE(c->receive(m, 0), TestClient::Wait::Timeout);
-        QCOMPARE(d->snapshot().cols, 5); // carried out at once, only answered late
-        QCOMPARE(c->receive(m, kvmstest::scaled(2000)), TestClient::Wait::Message);
-        QCOMPARE(m.header.requestId, late);
-        QCOMPARE(m.header.status, CMATRIX_OK);
-
-        // After n more requests the next one closes the connection unanswered.
-        d->faults().answerLate(MessageType::SetMatrix, 0);
-        d->faults().dropConnectionAfter(1);
-        QVERIFY(c->sendHeartbeat()); // heartbeats do not count
-        QCOMPARE(c->call(MessageType::GetMatrix, Empty {}), CMATRIX_OK);
-        QCOMPARE(c->call(MessageType::GetMatrix, Empty {}), CMATRIX_ERR_DISCONNECTED);
-        TestClient* next = fixture_.connectTo(d);
-        QVERIFY(next);
-        QCOMPARE(next->call(MessageType::GetMatrix, Empty {}), CMATRIX_OK);
-
-        // A muted decoder sends no heartbeats, for five of its intervals.
-        d->faults().muteHeartbeats(true);
-        const int before = next->heartbeatsReceived();
-        QCOMPARE(next->receive(m, 500), TestClient::Wait::Timeout);
-        QCOMPARE(next->heartbeatsReceived(), before);
-    }
 };
 
 KVMS_TEST_CLASS(TestConnections)

@@ -1,6 +1,5 @@
 #include "DecoderFixture.h"
 #include "SuiteMain.h"
-#include "TestTimeout.h"
 #include "WireRecords.h"
 
 #include <QtTest>
@@ -37,67 +36,6 @@ private slots:
         QCOMPARE(c->login("operator", "admin123", &json), CMATRIX_ERR_PASSWORD);
         QCOMPARE(json, passwordError(1, 5, 600));
         QCOMPARE(c->call(MessageType::GetMatrix, Empty {}), CMATRIX_ERR_NOT_LOGGED_IN);
-    }
-
-    void loginSequences_data()
-    {
-        QTest::addColumn<QStringList>("passwords");
-        QTest::addColumn<int>("status");
-        QTest::addColumn<QString>("errorJson");
-
-        const QString good = "admin123", bad = "wrong";
-        QTest::newRow("success resets the count")
-            << QStringList { bad, bad, good, bad } << CMATRIX_ERR_PASSWORD << passwordError(1, 3, 60);
-        QTest::newRow("attempt reaching the limit")
-            << QStringList { bad, bad, bad } << CMATRIX_ERR_PASSWORD << passwordError(3, 3, 60);
-        QTest::newRow("locked refuses the right password") << QStringList { bad, bad, bad,
-            good } << CMATRIX_ERR_USER_LOCKED << R"({"ERRCODE":"USERLOCK","PARAM":{"UNLOCKTIME":60}})";
-        QTest::newRow("locked refuses a wrong password") << QStringList { bad, bad, bad,
-            bad } << CMATRIX_ERR_USER_LOCKED << R"({"ERRCODE":"USERLOCK","PARAM":{"UNLOCKTIME":60}})";
-    }
-
-    void loginSequences()
-    {
-        QFETCH(QStringList, passwords);
-        QFETCH(int, status);
-        QFETCH(QString, errorJson);
-
-        vdec::VirtualDecoder* d = fixture_.startDecoder(0, [](vdec::DecoderConfig& c) {
-            c.maxFailedLogins = 3;
-            c.lockSeconds = 60;
-        });
-        TestClient* c = fixture_.connectTo(d, false);
-        QVERIFY(c);
-        int32_t rc = 0;
-        QString json;
-        for (const QString& password : passwords)
-            rc = c->login("admin", password, &json);
-        QCOMPARE(rc, status);
-        QCOMPARE(json, errorJson);
-    }
-
-    void lockExpires()
-    {
-        vdec::VirtualDecoder* d = fixture_.startDecoder(0, [](vdec::DecoderConfig& c) {
-            c.maxFailedLogins = 2;
-            c.lockSeconds = 1;
-        });
-        TestClient* first = fixture_.connectTo(d, false);
-        TestClient* second = fixture_.connectTo(d, false);
-        QVERIFY(first && second);
-        QCOMPARE(first->login("admin", "x"), CMATRIX_ERR_PASSWORD);
-        QCOMPARE(first->login("admin", "x"), CMATRIX_ERR_PASSWORD);
-        // The lock is the account's, not the connection's.
-        QString json;
-        QCOMPARE(second->login("admin", "admin123", &json), CMATRIX_ERR_USER_LOCKED);
-        QCOMPARE(json, QString(R"({"ERRCODE":"USERLOCK","PARAM":{"UNLOCKTIME":1}})"));
-        QVERIFY(d->snapshot().account("admin")->locked);
-
-        QTRY_VERIFY_WITH_TIMEOUT(!d->snapshot().account("admin")->locked, kvmstest::scaled(3000));
-        QCOMPARE(second->login("admin", "admin123"), CMATRIX_OK);
-        // After the lock the count starts afresh.
-        QCOMPARE(first->login("admin", "x", &json), CMATRIX_ERR_PASSWORD);
-        QCOMPARE(json, passwordError(1, 2, 1));
     }
 
     void requestsBeforeLogin_data()

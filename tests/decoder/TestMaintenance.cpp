@@ -22,11 +22,6 @@ QByteArray image(const QByteArray& version, const QByteArray& payload = QByteArr
     return QByteArray("KVFWIMG1") + version + QByteArray(1, '\0') + payload;
 }
 
-ScreenResolution_t mode(int width, int height, int rate, int output)
-{
-    return ScreenResolution_t { width, height, rate, output };
-}
-
 } // namespace
 
 class TestMaintenance : public QObject {
@@ -108,74 +103,6 @@ private slots:
         // Stopping the decoder abandons the upgrade: the old version stays.
         d->stop();
         QCOMPARE(d->snapshot().firmwareVersion, d->config().firmwareVersion);
-    }
-
-    void factoryResetRestartsTheUnitFresh()
-    {
-        vdec::VirtualDecoder* d = fixture_.startDecoder();
-        QVERIFY(d);
-        Client client;
-        Client other;
-        QCOMPARE(client.connect(d), CMATRIX_OK);
-        QCOMPARE(other.connect(d), CMATRIX_OK);
-        const CMHANDLE h = client.handle();
-        QCOMPARE(CMatrix_SetMatrix(h, 3, 3, "Lobby"), CMATRIX_OK);
-        const MatrixWindow_t window { 1, 0, {}, 0, 0, 10922, 10922 };
-        QCOMPARE(CMatrix_WindowAdd(h, &window, 1, false), CMATRIX_OK);
-        const ScreenResolution_t uhd = mode(3840, 2160, 30, -1);
-        QCOMPARE(CMatrix_SetResolution(h, &uhd, 1), CMATRIX_OK);
-        QCOMPARE(CMatrix_AccountPasswdModify(h, "admin", "admin123", "Changed2024"), CMATRIX_OK);
-
-        QCOMPARE(CMatrix_FactoryReset(h), CMATRIX_OK);
-        QTRY_COMPARE_WITH_TIMEOUT(client.losses(), 1, scaled(5000)); // every connection closes, as on a reboot
-        QTRY_COMPARE_WITH_TIMEOUT(other.losses(), 1, scaled(5000));
-        const vdec::DecoderSnapshot s = d->snapshot();
-        QCOMPARE(s.cols, 2);
-        QCOMPARE(s.rows, 2);
-        QVERIFY(s.windows.empty());
-        QVERIFY(!s.activated);
-        QCOMPARE(s.resolution.width, 1920);
-        QCOMPARE(s.firmwareVersion, d->config().firmwareVersion); // firmware is not undone
-
-        QCOMPARE(client.connect(d, "Changed2024"), CMATRIX_ERR_NOT_ACTIVATED);
-        QVERIFY(d->restart());
-        QVERIFY(!d->snapshot().activated); // kept over a power cycle
-        QCOMPARE(d->snapshot().cols, 2);
-    }
-
-    void passwordChange_data()
-    {
-        QTest::addColumn<QByteArray>("user");
-        QTest::addColumn<QByteArray>("oldPassword");
-        QTest::addColumn<QByteArray>("newPassword");
-        QTest::addColumn<int>("result");
-        const auto row = [](const char* name, const QByteArray& newPassword, int result,
-                             const QByteArray& oldPassword = "admin123", const QByteArray& user = "admin") {
-            QTest::newRow(name) << user << oldPassword << newPassword << result;
-        };
-        row("unknown user", "Better2024", CMATRIX_ERR_PASSWORD, "admin123", "guest");
-        row("thirty-two characters", QByteArray("a1").repeated(16), CMATRIX_ERR_WEAK_PASSWORD);
-        row("thirty-one characters", QByteArray("a1").repeated(16).left(31), CMATRIX_OK);
-        row("no digit", "BetterOnes", CMATRIX_ERR_WEAK_PASSWORD);
-    }
-
-    void passwordChange()
-    {
-        QFETCH(QByteArray, user);
-        QFETCH(QByteArray, oldPassword);
-        QFETCH(QByteArray, newPassword);
-        QFETCH(int, result);
-        vdec::VirtualDecoder* d = fixture_.startDecoder();
-        QVERIFY(d);
-        Client client;
-        QCOMPARE(client.connect(d), CMATRIX_OK);
-        QCOMPARE(CMatrix_AccountPasswdModify(client.handle(), user, oldPassword, newPassword), result);
-        int cols = 0, rows = 0;
-        QCOMPARE(CMatrix_GetMatrix(client.handle(), &cols, &rows, nullptr, 0), CMATRIX_OK); // the session stays
-        Client later;
-        QCOMPARE(later.connect(d, "admin123"), result == CMATRIX_OK ? CMATRIX_ERR_PASSWORD : CMATRIX_OK);
-        if (result == CMATRIX_OK)
-            QCOMPARE(later.connect(d, newPassword), CMATRIX_OK);
     }
 
     void malformedImportChangesNothing_data()

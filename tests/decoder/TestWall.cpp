@@ -16,33 +16,6 @@ class TestWall : public QObject {
 private slots:
     void cleanup() { fixture_.cleanup(); }
 
-    void setMatrixClearsWindowsOnlyOnNewGrid()
-    {
-        vdec::VirtualDecoder* d = nullptr;
-        TestClient* c = standardWall(fixture_, &d);
-        QVERIFY(c);
-        QCOMPARE(
-            c->call(MessageType::SetScreens, ScreenList { { screen(0, "a"), screen(5, "b"), screen(15, "c") }, true }),
-            CMATRIX_OK);
-
-        // A new name on the same grid keeps the layout.
-        QCOMPARE(c->call(MessageType::SetMatrix, MatrixGeometry { 4, 4, "Hall" }), CMATRIX_OK);
-        MatrixGeometry geometry;
-        QCOMPARE(c->call(MessageType::GetMatrix, Empty {}, &geometry), CMATRIX_OK);
-        QCOMPARE(geometry.name, std::string("Hall"));
-        QCOMPARE(d->snapshot().windows.size(), size_t(2));
-
-        // A new grid drops the windows laid on the old one and the screens outside it.
-        QCOMPARE(c->call(MessageType::SetMatrix, MatrixGeometry { 3, 2, "Hall" }), CMATRIX_OK);
-        QCOMPARE(c->call(MessageType::GetMatrix, Empty {}, &geometry), CMATRIX_OK);
-        QCOMPARE(geometry.cols, 3);
-        QCOMPARE(geometry.rows, 2);
-        const vdec::DecoderSnapshot s = d->snapshot();
-        QVERIFY(s.windows.empty());
-        QCOMPARE(s.screens.size(), size_t(2));
-        QCOMPARE(s.screens[1].position, 5);
-    }
-
     void corruptStateStartsFresh_data()
     {
         QTest::addColumn<QByteArray>("content");

@@ -70,13 +70,6 @@ DeviceAudioInfo_t audio(const char* state, int windowId, int subWindowId, int vo
     return a;
 }
 
-int64_t turnOf(const vdec::VirtualDecoder* d, int32_t windowId)
-{
-    const vdec::DecoderSnapshot s = d->snapshot();
-    const auto it = s.loops.find(windowId);
-    return it == s.loops.end() ? -1 : it->second.turn;
-}
-
 vdec::VirtualDecoder* standardWall(kvmstest::DecoderFixture& fixture, kvmstest::SdkSession& sdk, int turnUnitMs)
 {
     vdec::VirtualDecoder* d

@@ -8,7 +8,7 @@
 #include "CMatrixSDK.h"
 #include "core/VirtualDecoder.h"
 
-// Records for the scene, loop, banner, input, colour and audio calls, and how far a loop has turned.
+// Records for the scene, loop, banner, input, colour and audio calls.
 namespace wallrecords {
 
 using kvmstest::device;
@@ -20,9 +20,6 @@ SchemeDevice_t schemeSource(const char* devId, const char* protocolName = "kst1.
 BannerInfo_t banner(const char* message);
 ScreenColor color(int brightness, int contrast, int saturation, int hue);
 DeviceAudioInfo_t audio(const char* state, int windowId, int subWindowId, int volume);
-
-// The steps a window's loop has taken, -1 when it does not turn.
-int64_t turnOf(const vdec::VirtualDecoder* d, int32_t windowId);
 
 // A running decoder with the standard wall, and sdk logged in to it (nullptr on failure):
 // a 2 x 2 grid; window 1 (a quarter, division 4, cam-1 in 1 and cam-3 in 3), floating

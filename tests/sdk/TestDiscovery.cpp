@@ -4,25 +4,22 @@
 #include "LoopbackPool.h"
 #include "RawUdp.h"
 #include "SdkSession.h"
-#include "SearchCollector.h"
 #include "SuiteMain.h"
 #include "TestTimeout.h"
 #include "WireBuilders.h"
 
 #include "Messages.h"
 
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QtTest>
 
 #include <algorithm>
 #include <cstring>
 #include <functional>
+#include <mutex>
 
 using namespace cmatrix::wire;
 using kvmstest::scaled;
 using kvmstest::SdkSession;
-using kvmstest::SearchCollector;
 using kvmstest::setText;
 
 using CfgEdit = std::function<void(DeviceNetworkCfg_t&)>;
@@ -60,6 +57,44 @@ DeviceInfo_t addressed(const char* devId, const char* ip, const char* user, cons
     return d;
 }
 
+// What discovery rounds report through the SDK's callback, which comes on an SDK thread.
+class SearchCollector {
+    template <class F> auto locked(F f) const
+    {
+        std::lock_guard<std::mutex> lock(mutex_);
+        return f();
+    }
+
+public:
+    int start(int waitCentis, int probes) { return Discovery_Start(waitCentis, probes, &callback, this); }
+    int finished() const { return locked([this] { return finished_; }); }
+    int oddCalls() const { return locked([this] { return odd_; }); } // finished with a device, or neither
+    std::vector<DeviceInfo_t> answers() const { return locked([this] { return answers_; }); }
+    std::vector<DeviceInfo_t> answersFrom(const QByteArray& devId) const
+    {
+        std::vector<DeviceInfo_t> list = answers();
+        list.erase(std::remove_if(list.begin(), list.end(), [&](const DeviceInfo_t& d) { return devId != d.devId; }),
+            list.end());
+        return list;
+    }
+
+private:
+    static void callback(bool finished, const DeviceInfo_t* device, void* user)
+    {
+        auto* self = static_cast<SearchCollector*>(user);
+        std::lock_guard<std::mutex> lock(self->mutex_);
+        self->odd_ += finished == (device != nullptr);
+        if (device)
+            self->answers_.push_back(*device);
+        self->finished_ += finished;
+    }
+
+    mutable std::mutex mutex_;
+    std::vector<DeviceInfo_t> answers_;
+    int finished_ = 0;
+    int odd_ = 0;
+};
+
 } // namespace
 
 class TestDiscovery : public QObject {
@@ -93,43 +128,6 @@ private slots:
     {
         fixture_.cleanup();
         Discovery_SetTargets(nullptr);
-    }
-
-    void findsTheDecodersOnTheTargets()
-    {
-        vdec::VirtualDecoder* a = start();
-        vdec::VirtualDecoder* b = start([](vdec::DecoderConfig& c) {
-            c.model = QStringLiteral("VD-3200");
-            c.firmwareVersion = QStringLiteral("V1.2.0 build 240601");
-        });
-        QVERIFY(a && b);
-        QCOMPARE(Discovery_SetTargets(targetOf(a) + ", " + targetOf(b)), CMATRIX_OK);
-
-        SearchCollector collector;
-        QCOMPARE(collector.start(100, 3), CMATRIX_OK);
-        QCOMPARE(collector.finished(), 0); // the round runs in the background
-        QTRY_COMPARE_WITH_TIMEOUT(collector.finished(), 1, scaled(5000));
-        QCOMPARE(collector.oddCalls(), 0);
-
-        // Every probe is answered: three answers per decoder, all passed on.
-        const std::vector<DeviceInfo_t> fromA = collector.answersFrom(id(a));
-        const std::vector<DeviceInfo_t> fromB = collector.answersFrom(id(b));
-        QCOMPARE(int(fromA.size()), 3);
-        QCOMPARE(int(fromB.size()), 3);
-        QCOMPARE(int(collector.answers().size()), 6);
-        QCOMPARE(a->journal().count(MessageType::DiscoveryProbe), 3);
-
-        const DeviceInfo_t& da = fromA.front();
-        QCOMPARE(da.devType, 9);
-        QCOMPARE(QByteArray(da.ip), ip(a));
-        QCOMPARE(da.port, int(a->port()));
-        QCOMPARE(QByteArray(da.name), a->config().firmwareVersion.toLatin1());
-        QCOMPARE(int(da.flag), 1);
-        QCOMPARE(QByteArray(da.userName), QByteArray());
-        QCOMPARE(da.modelClass, 2); // VD-1600: a small unit
-        QCOMPARE(fromB.front().modelClass, 4); // VD-3200: a large one
-        QCOMPARE(QByteArray(fromB.front().name), QByteArray("V1.2.0 build 240601"));
-        QCOMPARE(QByteArray(fromB.front().ip), ip(b));
     }
 
     void roundsEndEvenWithoutAnswers_data()
@@ -211,45 +209,6 @@ private slots:
         QVERIFY(!collector.answersFrom(id(d)).empty());
     }
 
-    void networkChangeIsReportedNotUsed()
-    {
-        vdec::VirtualDecoder* d = target();
-        QVERIFY(d);
-
-        DeviceNetworkCfg_t cfg {};
-        QCOMPARE(Discovery_GetNetworkBC(id(d), &cfg, scaled(1000)), CMATRIX_OK);
-        QCOMPARE(QByteArray(cfg.devId), id(d));
-        QCOMPARE(QByteArray(cfg.ipv4), ip(d));
-        QCOMPARE(QByteArray(cfg.mask), QByteArray("255.0.0.0"));
-        QCOMPARE(QByteArray(cfg.gateway), QByteArray("127.0.0.1"));
-        QCOMPARE(QByteArray(cfg.model), QByteArray("VD-1600"));
-        QCOMPARE(cfg.controlPort, int(d->port()));
-        QVERIFY(QByteArray(cfg.mac).startsWith("02:"));
-        QCOMPARE(QByteArray(cfg.mac).size(), 17);
-
-        const DeviceNetworkCfg_t next = networkOf("192.168.1.30");
-        QCOMPARE(Discovery_SetupNetworkBC(&next, id(d), "admin", "admin123", scaled(2000)), CMATRIX_OK);
-        SearchCollector collector;
-        QVERIFY(search(collector));
-        const std::vector<DeviceInfo_t> found = collector.answersFrom(id(d));
-        QVERIFY(!found.empty());
-        QCOMPARE(QByteArray(found.front().ip), QByteArray("192.168.1.30"));
-        QCOMPARE(Discovery_GetNetworkBC(id(d), &cfg, scaled(1000)), CMATRIX_OK);
-        QCOMPARE(QByteArray(cfg.ipv4), QByteArray("192.168.1.30"));
-        QCOMPARE(QByteArray(cfg.mask), QByteArray("255.255.255.0"));
-        QCOMPARE(QByteArray(d->snapshot().network.ipv4), QByteArray("192.168.1.30"));
-
-        // Nothing can be sent to the configured address: the SDK will not take it as a
-        // target, and the unit still works where it really is.
-        QCOMPARE(Discovery_SetTargets(QByteArray("192.168.1.30:") + QByteArray::number(d->udpPort())),
-            CMATRIX_ERR_INVALID_PARAM);
-        QCOMPARE(SdkSession().connect(d), CMATRIX_OK);
-
-        QVERIFY(d->restart());
-        QCOMPARE(QByteArray(d->snapshot().network.ipv4), QByteArray("192.168.1.30")); // kept
-        QCOMPARE(d->journal().count(MessageType::SetupNetwork), 1);
-    }
-
     void setupNetworkRefusals_data()
     {
         QTest::addColumn<CfgEdit>("edit");
@@ -281,36 +240,6 @@ private slots:
         QCOMPARE(Discovery_SetupNetworkBC(&cfg, id(d), "admin", "admin123", scaled(2000)), CMATRIX_ERR_USER_LOCKED);
         QCOMPARE(SdkSession().connect(d), CMATRIX_ERR_USER_LOCKED);
         QCOMPARE(QByteArray(d->snapshot().network.ipv4), ip(d));
-    }
-
-    void factoryNewUnitIsActivated()
-    {
-        vdec::VirtualDecoder* d = target([](vdec::DecoderConfig& c) { c.factoryNew = true; });
-        QVERIFY(d);
-        SearchCollector before;
-        QVERIFY(search(before));
-        QCOMPARE(int(before.answersFrom(id(d)).at(0).flag), 0);
-
-        SdkSession sdk;
-        QCOMPARE(sdk.connect(d), CMATRIX_ERR_NOT_ACTIVATED);
-        char text[256] = {};
-        QCOMPARE(CMatrix_GetLoginErrMsg(sdk, text, sizeof text), CMATRIX_OK);
-        QCOMPARE(QJsonDocument::fromJson(text).object().value("ERRCODE").toString(), QString("DEVNOACTIVE"));
-        const DeviceNetworkCfg_t cfg = networkOf("192.168.1.42");
-        QCOMPARE(Discovery_SetupNetworkBC(&cfg, id(d), "admin", "admin123", scaled(2000)), CMATRIX_ERR_NOT_ACTIVATED);
-
-        // Named by its address only, as an operator picks it from a search.
-        const DeviceInfo_t device = addressed("", ip(d), "", "Strong2024");
-        QCOMPARE(Discovery_ActivateDevice(&device, scaled(2000)), CMATRIX_OK);
-        QVERIFY(d->snapshot().activated);
-
-        QCOMPARE(sdk.connect(d), CMATRIX_ERR_PASSWORD);
-        QCOMPARE(sdk.connect(d, "Strong2024"), CMATRIX_OK);
-        SearchCollector after;
-        QVERIFY(search(after));
-        QCOMPARE(int(after.answersFrom(id(d)).at(0).flag), 1);
-        QVERIFY(d->restart());
-        QVERIFY(d->snapshot().activated); // kept
     }
 
     void screenIdentification_data()

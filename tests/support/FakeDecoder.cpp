@@ -149,7 +149,7 @@ void FakeDecoder::run()
         }
         if (client >= 0 && fds[1].revents != 0)
             serveClient();
-        if (heartbeats_ && Clock::now() - lastBeat >= std::chrono::milliseconds(200)) {
+        if (Clock::now() - lastBeat >= std::chrono::milliseconds(200)) {
             lastBeat = Clock::now();
             sendRaw(Message::encode(uint16_t(MessageType::Heartbeat), 0, 0, Empty {}));
         }

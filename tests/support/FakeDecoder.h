@@ -38,7 +38,6 @@ public:
     void setHandler(Handler handler);
     // What a well-behaved decoder with an empty wall answers; the default handler.
     void answerPlainly(const cmatrix::wire::Message& request);
-    void setHeartbeats(bool on) { heartbeats_ = on; }
     // Answers produced while handling one read go out in reverse order.
     void setReverseBatches(bool on) { reverse_ = on; }
 
@@ -72,7 +71,6 @@ private:
     uint16_t port_ = 0;
     std::thread thread_;
     std::atomic<bool> stop_ { false };
-    std::atomic<bool> heartbeats_ { true };
     std::atomic<bool> reverse_ { false };
     std::atomic<int> heartbeatsReceived_ { 0 };
     std::atomic<int> accepted_ { 0 };

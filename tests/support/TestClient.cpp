@@ -38,7 +38,6 @@ bool TestClient::connectTo(const QString& address, quint16 port, int timeoutMs)
     sa.sin_port = htons(port);
     if (inet_pton(AF_INET, address.toLatin1().constData(), &sa.sin_addr) != 1)
         return false;
-    streamError_ = WireHeader::Parse::Ok;
     fd_ = ::socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
     if (fd_ < 0)
         return false;
@@ -64,7 +63,6 @@ void TestClient::close()
         ::close(fd_);
     fd_ = -1;
     stream_ = MessageStream();
-    stash_.clear();
 }
 
 int32_t TestClient::login(const QString& user, const QString& password, QString* errorJson)
@@ -78,9 +76,9 @@ int32_t TestClient::login(const QString& user, const QString& password, QString*
     return rc;
 }
 
-Bytes TestClient::encodeMessage(uint16_t type, uint32_t requestId, const Bytes& payload)
+static TestClient::Bytes encodeMessage(uint16_t type, uint32_t requestId, const TestClient::Bytes& payload)
 {
-    Bytes out(WireHeader::kSize);
+    TestClient::Bytes out(WireHeader::kSize);
     WireHeader h;
     h.type = type;
     h.requestId = requestId;
@@ -88,12 +86,6 @@ Bytes TestClient::encodeMessage(uint16_t type, uint32_t requestId, const Bytes& 
     h.encode(out.data());
     out.insert(out.end(), payload.begin(), payload.end());
     return out;
-}
-
-uint32_t TestClient::sendRequest(uint16_t type, const Bytes& payload)
-{
-    const uint32_t id = nextRequestId_++;
-    return sendBytes(encodeMessage(type, id, payload)) ? id : 0;
 }
 
 bool TestClient::sendHeartbeat()
@@ -122,13 +114,13 @@ bool TestClient::sendBytes(const Bytes& bytes)
 
 int32_t TestClient::callRaw(uint16_t type, const Bytes& payload, Message* reply, int timeoutMs)
 {
-    const uint32_t id = sendRequest(type, payload);
-    if (id == 0)
+    const uint32_t id = nextRequestId_++;
+    if (!sendBytes(encodeMessage(type, id, payload)))
         return CMATRIX_ERR_DISCONNECTED;
     const Clock::time_point deadline = Clock::now() + std::chrono::milliseconds(timeoutMs);
     for (;;) {
         Message m;
-        switch (readMessage(m, msLeft(deadline))) {
+        switch (receive(m, msLeft(deadline))) {
         case Wait::Timeout:
             return CMATRIX_ERR_TIMEOUT;
         case Wait::Closed:
@@ -142,21 +134,10 @@ int32_t TestClient::callRaw(uint16_t type, const Bytes& payload, Message* reply,
                 *reply = std::move(m);
             return status;
         }
-        stash_.push_back(std::move(m));
     }
 }
 
 TestClient::Wait TestClient::receive(Message& out, int timeoutMs)
-{
-    if (!stash_.empty()) {
-        out = std::move(stash_.front());
-        stash_.pop_front();
-        return Wait::Message;
-    }
-    return readMessage(out, timeoutMs);
-}
-
-TestClient::Wait TestClient::readMessage(Message& out, int timeoutMs)
 {
     const Clock::time_point deadline = Clock::now() + std::chrono::milliseconds(timeoutMs);
     while (fd_ >= 0) {
@@ -168,7 +149,6 @@ TestClient::Wait TestClient::readMessage(Message& out, int timeoutMs)
             }
             return Wait::Message;
         case MessageStream::Status::Error:
-            streamError_ = stream_.error();
             close(); // the stream cannot be read past a bad header
             return Wait::Closed;
         case MessageStream::Status::NeedMore:
@@ -195,7 +175,7 @@ bool TestClient::waitClosed(int timeoutMs)
     const Clock::time_point deadline = Clock::now() + std::chrono::milliseconds(timeoutMs);
     Message m;
     for (;;) {
-        switch (readMessage(m, msLeft(deadline))) {
+        switch (receive(m, msLeft(deadline))) {
         case Wait::Closed:
             return true;
         case Wait::Timeout:

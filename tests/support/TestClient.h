@@ -7,7 +7,6 @@
 
 #include <QString>
 
-#include <deque>
 #include <vector>
 
 namespace kvmstest {
@@ -28,7 +27,6 @@ public:
 
     bool connectTo(const QString& address, quint16 port, int timeoutMs = 2000);
     void close();
-    bool isOpen() const { return fd_ >= 0; }
 
     // 0 or the refusal code; *errorJson gets the LoginFailure text.
     int32_t login(const QString& user, const QString& password, QString* errorJson = nullptr);
@@ -45,11 +43,10 @@ public:
             return rc;
         return reply.decode(*answer) ? rc : CMATRIX_ERR_PROTOCOL;
     }
-    // The same with a payload given as bytes; the whole answer lands in *reply.
+    // The same with a payload given as bytes; the whole answer lands in *reply (answers to
+    // other requests are dropped).
     int32_t callRaw(uint16_t type, const Bytes& payload, cmatrix::wire::Message* reply = nullptr, int timeoutMs = 2000);
 
-    // Sends a request without waiting; returns its request id.
-    uint32_t sendRequest(uint16_t type, const Bytes& payload);
     bool sendBytes(const Bytes& bytes);
     bool sendHeartbeat();
     // The next message that is not a heartbeat.
@@ -57,8 +54,6 @@ public:
     // True once the peer has closed (anything it sends meanwhile is dropped).
     bool waitClosed(int timeoutMs);
     int heartbeatsReceived() const { return heartbeats_; }
-    // Why the last stream from the peer was given up on (Ok: it was not).
-    cmatrix::wire::WireHeader::Parse streamError() const { return streamError_; }
 
     template <class Body> static Bytes encodeBody(const Body& body)
     {
@@ -67,17 +62,12 @@ public:
         body.visit(writer);
         return out;
     }
-    static Bytes encodeMessage(uint16_t type, uint32_t requestId, const Bytes& payload);
 
 private:
-    Wait readMessage(cmatrix::wire::Message& out, int timeoutMs);
-
     int fd_ = -1;
     uint32_t nextRequestId_ = 1;
     int heartbeats_ = 0;
-    cmatrix::wire::WireHeader::Parse streamError_ = cmatrix::wire::WireHeader::Parse::Ok;
     cmatrix::wire::MessageStream stream_;
-    std::deque<cmatrix::wire::Message> stash_; // answers that arrived while waiting for another
 };
 
 } // namespace kvmstest

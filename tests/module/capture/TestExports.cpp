@@ -1,14 +1,10 @@
 // The plug-in as its host sees it: exactly the entry function and the five media frame
-// functions are exported, under their plain C names, and they work when resolved by name.
+// functions are exported, under their plain C names.
 #include "SuiteMain.h"
-
-#include "KavFrame.h"
 
 #include <QProcess>
 #include <QSet>
 #include <QtTest>
-
-#include <dlfcn.h>
 
 class TestExports : public QObject {
     Q_OBJECT
@@ -32,22 +28,6 @@ private slots:
         QCOMPARE(exported, expected);
     }
 
-    void functionsResolveByTheirCNames()
-    {
-        void* plugin = dlopen(KVMS_MATRIX_PLUGIN, RTLD_NOW | RTLD_LOCAL);
-        QVERIFY2(plugin, dlerror());
-        const auto headerSize
-            = reinterpret_cast<decltype(&KavCalcFrameHeaderSize)>(dlsym(plugin, "KavCalcFrameHeaderSize"));
-        const auto frameSize = reinterpret_cast<decltype(&KavCalcFrameSize)>(dlsym(plugin, "KavCalcFrameSize"));
-        const auto packHeader = reinterpret_cast<decltype(&KavPackFrameHeader)>(dlsym(plugin, "KavPackFrameHeader"));
-        const auto pack = reinterpret_cast<decltype(&KavPackFrame)>(dlsym(plugin, "KavPackFrame"));
-        const auto unpack = reinterpret_cast<decltype(&KavUnpackFrame)>(dlsym(plugin, "KavUnpackFrame"));
-        QVERIFY(headerSize && frameSize && packHeader && pack && unpack);
-        QVERIFY(dlsym(plugin, "kvms_module_entry"));
-
-        QCOMPARE(headerSize(250), 32);
-        dlclose(plugin);
-    }
 };
 
 KVMS_TEST_CLASS(TestExports)
