@@ -138,7 +138,7 @@ void TestWorkerMaintenance::configurationLogsAndReset()
     QVERIFY(h);
 
     QCOMPARE(setAllOutputs(w, h, mode(1280, 720, 60)), CMATRIX_OK); // also a change the decoder logs
-    const QString exported = dir_.filePath("exported.json");
+    const QString exported = workDir_.filePath("exported.json");
     QueuedSignalSpy exportDone(w, &MatrixSdkWorker::signalExportConfigResult);
     w->exportMatrixConfig(h, exported);
     QVERIFY(exportDone.wait(scaled(5000)));
@@ -149,7 +149,7 @@ void TestWorkerMaintenance::configurationLogsAndReset()
     QCOMPARE(setAllOutputs(w, h, mode(1024, 768, 60)), CMATRIX_OK);
 
     QueuedSignalSpy importDone(w, &MatrixSdkWorker::signalImportConfigResult);
-    w->importMatrixConfig(h, dir_.filePath("missing.json"));
+    w->importMatrixConfig(h, workDir_.filePath("missing.json"));
     QVERIFY(importDone.wait(scaled(5000)));
     QCOMPARE(importDone.at(0).at(0).toInt(), CMATRIX_ERR_FILE_NOT_FOUND);
     QCOMPARE(d->snapshot().resolution.width, 1024);
@@ -173,7 +173,7 @@ void TestWorkerMaintenance::configurationLogsAndReset()
     QVERIFY(lines.at(1).at(0).toStringList().isEmpty());
 
     QueuedSignalSpy saved(w, &MatrixSdkWorker::signalGetRunLogResult);
-    const QString runLog = dir_.filePath("run.log");
+    const QString runLog = workDir_.filePath("run.log");
     w->getRunLog(h, runLog);
     QVERIFY(saved.wait(scaled(5000)));
     QCOMPARE(saved.at(0).at(0).toInt(), CMATRIX_OK);
@@ -210,7 +210,7 @@ void TestWorkerMaintenance::firmwareUpdate()
     QVERIFY(d);
     const Handle h = connectWorker(d);
     QVERIFY(h);
-    const QString path = dir_.filePath("firmware.bin");
+    const QString path = workDir_.filePath("firmware.bin");
     QFile::remove(path);
     if (!image.isEmpty())
         QVERIFY(writeFile(path, image));
