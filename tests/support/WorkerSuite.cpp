@@ -21,7 +21,7 @@ MatrixSdkWorker* WorkerSuite::worker()
     return KCOMMON::KSingleton<MatrixSdkWorker>::instance();
 }
 
-WorkerSuite::Handle WorkerSuite::connectWorker(const vdec::VirtualDecoder* decoder)
+kvms_matrix::MatrixInfo WorkerSuite::infoOf(const vdec::VirtualDecoder* decoder, const QString& password)
 {
     kvms_matrix::MatrixInfo info;
     info.type = 0;
@@ -29,12 +29,20 @@ WorkerSuite::Handle WorkerSuite::connectWorker(const vdec::VirtualDecoder* decod
     info.manager_port = decoder->port();
     info.port = decoder->port();
     info.username = decoder->config().adminUser;
-    info.password = decoder->config().adminPassword;
+    info.password = password.isNull() ? decoder->config().adminPassword : password;
+    info.version = decoder->config().firmwareVersion;
+    return info;
+}
+
+WorkerSuite::Handle WorkerSuite::connectWorker(const vdec::VirtualDecoder* decoder, int* ret)
+{
     QueuedSignalSpy results(worker(), &MatrixSdkWorker::signalConnectMatrixResult);
-    worker()->connectMatrix(info, nullptr);
-    if (!results.wait(scaled(6000)) || results.at(0).at(1).toInt() != CMATRIX_OK)
+    worker()->connectMatrix(infoOf(decoder), nullptr);
+    if (!results.wait(scaled(6000)))
         return {};
-    return results.at(0).at(0).value<Handle>();
+    if (ret)
+        *ret = results.at(0).at(1).toInt();
+    return results.at(0).at(1).toInt() == CMATRIX_OK ? results.at(0).at(0).value<Handle>() : Handle();
 }
 
 kvms_matrix::MatrixWindowInfo WorkerSuite::windowInfo(int id, int division)

@@ -22,8 +22,11 @@ public:
     using Handle = QSharedPointer<kvms_matrix::CSharedHandle>;
 
     static kvms_matrix::MatrixSdkWorker* worker();
-    // Connects through the worker as admin and waits for the result; null on failure.
-    static Handle connectWorker(const vdec::VirtualDecoder* decoder);
+    // The decoder's admin login, with its own password unless another is given.
+    static kvms_matrix::MatrixInfo infoOf(const vdec::VirtualDecoder* decoder, const QString& password = {});
+    // Connects through the worker as admin and waits for the result; null on a failed login or
+    // timeout, with the result's code in `ret` when one came.
+    static Handle connectWorker(const vdec::VirtualDecoder* decoder, int* ret = nullptr);
     // Window `id` of `division` sub-windows, numbered from 1, with no sources.
     static kvms_matrix::MatrixWindowInfo windowInfo(int id, int division);
     static QString logText();

@@ -9,7 +9,6 @@
 #include "WireBuilders.h"
 
 #include <QImage>
-#include <QRegularExpression>
 #include <QtTest>
 
 using namespace kvms_matrix;
@@ -127,21 +126,18 @@ void TestWallSources::displayDeviceGetsADistribution()
     vdec::DecoderSnapshot s = decoder_->snapshot();
     QCOMPARE(s.distributions.size(), size_t(1));
     const vdec::MediaDistribution md = s.distributions.front(); // a copy: s is read again below
-    QCOMPARE(md.sourceName, QStringLiteral("pc-7"));
-    QCOMPARE(md.channel, 1);
+    QCOMPARE(QVariantList({ md.sourceName, md.channel }), QVariantList({ "pc-7", 1 }));
     const DeviceInfo_t& sent = s.window(1)->sources.at(1);
     QCOMPARE(sent.protocol, 7);
-    QCOMPARE(QString::fromUtf8(sent.mainUrl), md.url);
-    QCOMPARE(QByteArray(sent.userName), QByteArray("admin"));
-    QCOMPARE(QByteArray(sent.name), QByteArray("Operator PC"));
+    QCOMPARE(QStringList({ sent.mainUrl, sent.userName, sent.name }), QStringList({ md.url, "admin", "Operator PC" }));
     // The form gets the channel and the stream address back, and the worker keeps the handle.
     const MatrixDeviceInfo& back = echoed.subWindows[0].device;
-    QCOMPARE(back.channel, 1);
-    QCOMPARE(back.mainUrl, md.url);
+    QCOMPARE(QVariantList({ back.channel, back.mainUrl }), QVariantList({ 1, md.url }));
     const auto registry = worker()->mdRegistry();
     QCOMPARE(registry.size(), size_t(1));
-    QCOMPARE(registry.begin()->first, std::make_pair(1, 1));
-    QCOMPARE(registry.begin()->second.subWindowId, 1);
+    QCOMPARE(QList<int>({ registry.begin()->first.first, registry.begin()->first.second,
+                 registry.begin()->second.subWindowId }),
+        QList<int>({ 1, 1, 1 }));
 
     const MatrixDeviceInfo read = readWall(h).at(0).subWindows.at(0).device;
     QCOMPARE(QVariantList({ read.deviceType, read.deviceId }), QVariantList({ 2, "pc-7" }));
@@ -192,10 +188,6 @@ void TestWallSources::pictureIsPushedToItsSubWindow()
     QVERIFY(media);
     QCOMPARE(media->decoded, quint64(1));
     QVERIFY(!media->picture.isNull());
-    const QRegularExpression line(QStringLiteral("\\{ funcName = sendDeviceDisplayFrame , params\\{ windowId = 1 , "
-                                                 "device = %1 \\} ,ret = 0, time = [-0-9: ]+ , elapsd = \\d+ \\}")
-                                      .arg(QRegularExpression::escape(path)));
-    QVERIFY(line.match(logText()).hasMatch());
 }
 
 void TestWallSources::distributionEndsWithItsBinding_data()

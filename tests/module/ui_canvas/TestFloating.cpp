@@ -10,7 +10,6 @@
 #include "MatrixSignals.h"
 
 #include "KSingleton.h"
-#include "SystemAssistant.h"
 
 #include <QMimeData>
 #include <QtTest>
@@ -96,6 +95,7 @@ void TestFloating::dragFloating_data()
     QTest::newRow("hanging below") << QPoint(0, 272) << QPoint(256, 400);
     QTest::newRow("top edge on the bottom refused") << QPoint(0, 384) << QPoint(256, 128);
     QTest::newRow("left edge refused") << QPoint(-256, 0) << QPoint(256, 128);
+    QTest::newRow("top edge refused") << QPoint(0, -128) << QPoint(256, 128);
 }
 
 void TestFloating::dragFloating()

@@ -126,13 +126,7 @@ void TestPage::loginErrorsAreToldInWords()
     QFETCH(QList<int>, counters);
     QFETCH(QString, message);
     MainMatrixForm form;
-    ConnectErrorMsgInfo info;
-    info.errCode = code;
-    info.errNum = counters[0];
-    info.sumNum = counters[1];
-    info.lockTime = counters[2];
-    info.unlockTime = counters[3];
-    form.slot_connectErrorMsg(kIp, info, &form);
+    form.slot_connectErrorMsg(kIp, { code, counters[0], counters[1], counters[2], counters[3] }, &form);
     QCOMPARE(SystemAssistant::recentMessages(), QStringList { message });
 }
 

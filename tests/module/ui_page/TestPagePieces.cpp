@@ -147,9 +147,8 @@ void TestPagePieces::sourcePaneGivesChannelsAndStreams()
     tree->setCurrentItem(found.first());
     MatrixDeviceInfo source;
     QCOMPARE(pane.currentSource(&source), isSource);
-    QCOMPARE(source.deviceType, deviceType);
-    QCOMPARE(source.deviceId, deviceId);
-    QCOMPARE(deviceType == 9 ? source.mainUrl : source.ip, address);
+    QCOMPARE(QVariantList({ source.deviceType, source.deviceId, deviceType == 9 ? source.mainUrl : source.ip }),
+        QVariantList({ deviceType, deviceId, address }));
 }
 
 void TestPagePieces::filterKeepsMatchesAndTheirParents()
@@ -158,9 +157,9 @@ void TestPagePieces::filterKeepsMatchesAndTheirParents()
     SourcePane pane;
     QTest::keyClicks(pane.filterEdit(), QStringLiteral("LOB"));
     QTreeWidget* tree = pane.deviceTree();
-    QVERIFY(!tree->topLevelItem(0)->isHidden());
-    QVERIFY(!tree->topLevelItem(0)->child(0)->isHidden());
-    QVERIFY(tree->topLevelItem(1)->isHidden());
+    QCOMPARE(QList<bool>({ tree->topLevelItem(0)->isHidden(), tree->topLevelItem(0)->child(0)->isHidden(),
+                 tree->topLevelItem(1)->isHidden() }),
+        QList<bool>({ false, false, true }));
     pane.filterEdit()->clear();
     QVERIFY(!tree->topLevelItem(1)->isHidden() && !tree->topLevelItem(1)->child(0)->isHidden());
 }

@@ -1,5 +1,5 @@
 // Searching: three rounds, one result, the found-device map and what it must not take.
-#include "DiscoveryRig.h"
+#include "WorkerRig.h"
 #include "FakeAnswerer.h"
 
 #include "LogInfo.h"
@@ -35,12 +35,12 @@ QStringList keysOf(std::initializer_list<const vdec::VirtualDecoder*> decoders)
 
 } // namespace
 
-class TestDiscovery : public QObject, public DiscoveryRig {
+class TestDiscovery : public QObject, public WorkerRig {
     Q_OBJECT
 
 private slots:
     void initTestCase();
-    void cleanup() { QVERIFY(settleDiscovery()); }
+    void cleanup() { QVERIFY(settle()); }
     void decoderAnsweringEveryRoundIsListedOnce();
     void foundRecordsTakeTheDescriptorFields();
     void answersTheMapMustNotTake_data();
@@ -52,7 +52,7 @@ private slots:
 
 void TestDiscovery::initTestCase()
 {
-    QVERIFY(setUpDiscovery());
+    QVERIFY(setUp());
     // Nobody answers, and the result still comes, once, after all three rounds of three probes:
     // a second search shows no round of the first was left running.
     FakeAnswerer mute(spare(0), spare(1), [](uint32_t) { return std::vector<FakeAnswerer::Datagram>(); });
@@ -68,12 +68,12 @@ void TestDiscovery::initTestCase()
 
 void TestDiscovery::decoderAnsweringEveryRoundIsListedOnce()
 {
-    vdec::VirtualDecoder* small = startDecoder([](vdec::DecoderConfig& c) {
+    vdec::VirtualDecoder* small = startQuiet([](vdec::DecoderConfig& c) {
         c.model = QStringLiteral("VD-800");
         c.firmwareVersion = QStringLiteral("V1.1.0 build 240301");
     });
-    vdec::VirtualDecoder* medium = startDecoder();
-    vdec::VirtualDecoder* large = startDecoder([](vdec::DecoderConfig& c) {
+    vdec::VirtualDecoder* medium = startQuiet();
+    vdec::VirtualDecoder* large = startQuiet([](vdec::DecoderConfig& c) {
         c.model = QStringLiteral("VD-3200");
         c.factoryNew = true;
     });
@@ -173,7 +173,7 @@ void TestDiscovery::answersTheMapMustNotTake()
 {
     QFETCH(Replies, replies);
     QFETCH(bool, listed);
-    vdec::VirtualDecoder* real = startDecoder();
+    vdec::VirtualDecoder* real = startQuiet();
     QVERIFY(real);
     FakeAnswerer fake(spare(0), spare(1), replies);
     QVERIFY(fake.isValid());
@@ -190,8 +190,8 @@ void TestDiscovery::answersTheMapMustNotTake()
 
 void TestDiscovery::newSearchStartsAfresh()
 {
-    vdec::VirtualDecoder* a = startDecoder();
-    vdec::VirtualDecoder* b = startDecoder();
+    vdec::VirtualDecoder* a = startQuiet();
+    vdec::VirtualDecoder* b = startQuiet();
     QVERIFY(a && b);
     const QByteArray targets = targetOf(a) + "," + targetOf(b);
     QCOMPARE(search(targets).keys(), keysOf({ a, b }));
@@ -220,7 +220,7 @@ void TestDiscovery::strayCallbacksAfterTheSearch()
     QFETCH(bool, finished);
     QFETCH(bool, withDevice);
     QFETCH(bool, withWorker);
-    vdec::VirtualDecoder* d = startDecoder();
+    vdec::VirtualDecoder* d = startQuiet();
     QVERIFY(d);
     const InfoMap found = search(targetOf(d));
     QCOMPARE(found.keys(), keysOf({ d }));

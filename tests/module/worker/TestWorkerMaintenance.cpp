@@ -58,23 +58,20 @@ private slots:
 void TestWorkerMaintenance::resolution_data()
 {
     QTest::addColumn<ScreenResolution_t>("wanted");
-    QTest::addColumn<bool>("setAll");
     QTest::addColumn<int>("ret");
     QTest::addColumn<ScreenResolution_t>("outputAfter"); // of the wanted output
     QTest::addColumn<ScreenResolution_t>("allAfter");
     const ScreenResolution_t factory = mode(1920, 1080, 60, -1);
-    QTest::newRow("all outputs") << mode(1280, 720, 60) << true << CMATRIX_OK << mode(1280, 720, 60, -1)
-                                 << mode(1280, 720, 60, -1);
-    QTest::newRow("one output") << mode(3840, 2160, 30, 2) << false << CMATRIX_OK << mode(3840, 2160, 30, 2) << factory;
+    // All outputs at once: configurationLogsAndReset, on the decoder's record.
+    QTest::newRow("one output") << mode(3840, 2160, 30, 2) << CMATRIX_OK << mode(3840, 2160, 30, 2) << factory;
     // The wall is 2 x 2: outputs 0 to 3.
     QTest::newRow("output past the wall")
-        << mode(1280, 720, 60, 4) << false << CMATRIX_ERR_INVALID_PARAM << ScreenResolution_t {} << factory;
+        << mode(1280, 720, 60, 4) << CMATRIX_ERR_INVALID_PARAM << ScreenResolution_t {} << factory;
 }
 
 void TestWorkerMaintenance::resolution()
 {
     QFETCH(ScreenResolution_t, wanted);
-    QFETCH(bool, setAll);
     QFETCH(int, ret);
     QFETCH(ScreenResolution_t, outputAfter);
     QFETCH(ScreenResolution_t, allAfter);
@@ -87,7 +84,7 @@ void TestWorkerMaintenance::resolution()
 
     QueuedSignalSpy set(w, &MatrixSdkWorker::signalMatrixSetResolutionResult);
     QueuedSignalSpy got(w, &MatrixSdkWorker::signalMatrixGetResolutionResult);
-    w->setMatrixResolution(h, wanted, setAll);
+    w->setMatrixResolution(h, wanted, false);
     w->getMatrixResolution(h, wanted.outputIndex);
     w->getMatrixResolution(h);
     QTRY_COMPARE_WITH_TIMEOUT(got.count(), 2, scaled(5000));
@@ -138,7 +135,7 @@ void TestWorkerMaintenance::configurationLogsAndReset()
     QVERIFY(h);
 
     QCOMPARE(setAllOutputs(w, h, mode(1280, 720, 60)), CMATRIX_OK); // also a change the decoder logs
-    const QString exported = dir_.filePath("exported.json");
+    const QString exported = workDir_.filePath("exported.json");
     QueuedSignalSpy exportDone(w, &MatrixSdkWorker::signalExportConfigResult);
     w->exportMatrixConfig(h, exported);
     QVERIFY(exportDone.wait(scaled(5000)));
@@ -149,7 +146,7 @@ void TestWorkerMaintenance::configurationLogsAndReset()
     QCOMPARE(setAllOutputs(w, h, mode(1024, 768, 60)), CMATRIX_OK);
 
     QueuedSignalSpy importDone(w, &MatrixSdkWorker::signalImportConfigResult);
-    w->importMatrixConfig(h, dir_.filePath("missing.json"));
+    w->importMatrixConfig(h, workDir_.filePath("missing.json"));
     QVERIFY(importDone.wait(scaled(5000)));
     QCOMPARE(importDone.at(0).at(0).toInt(), CMATRIX_ERR_FILE_NOT_FOUND);
     QCOMPARE(d->snapshot().resolution.width, 1024);
@@ -173,7 +170,7 @@ void TestWorkerMaintenance::configurationLogsAndReset()
     QVERIFY(lines.at(1).at(0).toStringList().isEmpty());
 
     QueuedSignalSpy saved(w, &MatrixSdkWorker::signalGetRunLogResult);
-    const QString runLog = dir_.filePath("run.log");
+    const QString runLog = workDir_.filePath("run.log");
     w->getRunLog(h, runLog);
     QVERIFY(saved.wait(scaled(5000)));
     QCOMPARE(saved.at(0).at(0).toInt(), CMATRIX_OK);
@@ -210,7 +207,7 @@ void TestWorkerMaintenance::firmwareUpdate()
     QVERIFY(d);
     const Handle h = connectWorker(d);
     QVERIFY(h);
-    const QString path = dir_.filePath("firmware.bin");
+    const QString path = workDir_.filePath("firmware.bin");
     QFile::remove(path);
     if (!image.isEmpty())
         QVERIFY(writeFile(path, image));

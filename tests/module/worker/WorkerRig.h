@@ -1,41 +1,45 @@
 #pragma once
 
-// What the worker's test classes share: the process-wide worker, logins through it or past it,
-// virtual decoders on pool addresses, and a directory for the call log. The worker's thread
-// starts once per process, so the suite's main runs the classes in a fixed order: the queue's
-// first (it needs a worker that has never started), the shutdown's last. Every test uses
-// decoders of its own and leaves the connection registry empty.
-
-#include "MatrixSdkWorker.h"
+// What the worker's test classes share beyond the worker suite's scaffolding: virtual decoders
+// on pool addresses, loopback addresses where nothing runs, and discovery through the worker.
+// The worker's thread starts once per process, so the suite's main runs the classes in a fixed
+// order: the queue's first (it needs a worker that has never started), the shutdown's last.
+// Every test uses decoders of its own and leaves the connection registry empty. Discovery
+// probes go only to the targets each test sets: its decoders' and fake answerers' ports.
 
 #include "DecoderFixture.h"
 #include "QueuedSignalSpy.h"
 #include "SignalRecorder.h"
+#include "WorkerSuite.h"
 
-#include <QSharedPointer>
+#include <QByteArray>
+#include <QMap>
 #include <QStringList>
-#include <QTemporaryDir>
 
-class WorkerRig {
+class WorkerRig : public kvmstest::WorkerSuite {
 public:
-    using Handle = QSharedPointer<kvms_matrix::CSharedHandle>;
+    using InfoMap = QMap<QString, kvms_matrix::MatrixInfo>;
 
-    static kvms_matrix::MatrixSdkWorker* worker();
-    static kvms_matrix::MatrixInfo infoOf(const vdec::VirtualDecoder* decoder, const QString& password = "admin123");
     // A connection of the test's own, made with the SDK directly, not through the worker.
     static Handle rawConnection(const vdec::VirtualDecoder* decoder);
-    // Connects through the worker and waits for the result; null on a failed login or timeout.
-    static Handle connectWorker(const vdec::VirtualDecoder* decoder, int* ret = nullptr);
-    static QString logText(); // the call log
+    static QByteArray targetOf(const vdec::VirtualDecoder* decoder);
+    // One line per entry with every field discovery fills, for whole-map comparisons.
+    static QStringList describe(const InfoMap& map);
 
 protected:
-    bool setUp(); // for initTestCase: the call log goes to dir_
+    bool setUp(); // for initTestCase: the call log goes to workDir_, messages nowhere
     bool settle(); // for cleanup: registry and queue empty, every decoder stopped
     // A loopback address claimed for the class, where nothing runs unless the test starts it.
     QString spare(int index);
+    // A decoder without its web server, for the discovery tests.
+    vdec::VirtualDecoder* startQuiet(const kvmstest::DecoderFixture::Tweak& tweak = {});
+    // Sets the discovery targets, runs one search through the worker and returns its result.
+    InfoMap search(const QByteArray& targets);
+    // Queues a network change of the decoder found at `formerIp` and returns the result code.
+    int changeAddress(const vdec::VirtualDecoder* decoder, const QString& formerIp, const QString& newIp, int type,
+        const QString& password = QStringLiteral("admin123"), const QString& mask = QStringLiteral("255.255.255.0"));
 
     kvmstest::DecoderFixture fixture_;
-    QTemporaryDir dir_;
 
 private:
     QStringList spares_;
