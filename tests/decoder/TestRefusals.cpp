@@ -99,10 +99,6 @@ private slots:
 
         // One row per way of refusing: each leaves the decoder as it was.
         row("apply unknown scene", noScene, [](CMHANDLE h) { return CMatrix_SceneApply(h, 2); });
-        row("delete with an unknown scene", noScene, [](CMHANDLE h) {
-            const uint32_t ids[] = { 1, 2 };
-            return CMatrix_SceneDelete(h, ids, 2);
-        });
         row("scene id above int", invalid, [](CMHANDLE h) { return CMatrix_SceneCreate(h, 0x80000000u, "Big"); });
         row("scene name not UTF-8", badName, [](CMHANDLE h) { return CMatrix_SceneCreate(h, 2, "caf\xe9"); });
 
@@ -120,7 +116,6 @@ private slots:
         });
 
         row("loop in unknown window", noWindow, [](CMHANDLE h) { return CMatrix_SchemeSelect(h, 9, 1, 0); });
-        row("loop of unknown scheme", noScheme, [](CMHANDLE h) { return CMatrix_SchemeSelect(h, 1, 9, 0); });
         row("loop start past the end", invalid, [](CMHANDLE h) { return CMatrix_SchemeSelect(h, 1, 1, 6); });
         row("loop of a scheme without sources", invalid, [](CMHANDLE h) { return CMatrix_SchemeSelect(h, 1, 2, 0); });
         row("resume a window that never turned", invalid,
@@ -140,7 +135,6 @@ private slots:
         row("colour of a column past the grid", invalid, setColor(2, 0, color(1, 1, 1, 1)));
         row("brightness 101", invalid, setColor(0, 0, color(101, 1, 1, 1)));
         row("audio state unknown", invalid, audioWith(audio("loud", 1, 1, 5)));
-        row("audio from sub-window past the division", noSubWindow, audioWith(audio("open", 1, 5, 5)));
     }
 
     void refusedRequests()

@@ -94,7 +94,6 @@ private slots:
         row("five sources for four", T::WindowDeviceAdd,
             sources(1, { source(1, "a"), source(2, "b"), source(3, "c"), source(4, "d"), source(4, "e") }, true),
             limit);
-        row("remove from sub-window 7 of 4", T::WindowDeviceDel, sources(1, { source(7, "") }), subWindow);
 
         // Payloads that do not parse exactly.
         QByteArray hugeCount = body(IdList { { 1 } });

@@ -64,20 +64,6 @@ private slots:
         QVERIFY(stamp >= before && stamp <= QDateTime::currentDateTime());
     }
 
-    void defaultLogFileIsInWorkingDirectory()
-    {
-        const QString previous = QDir::currentPath();
-        QVERIFY(QDir::setCurrent(dir_.path()));
-        set_log_file(QString());
-        log_info(QStringLiteral("default place"), QString());
-        QDir::setCurrent(previous);
-
-        QCOMPARE(log_file(), QStringLiteral("kvms_client.log"));
-        const QStringList lines = readLines(dir_.filePath(QStringLiteral("kvms_client.log")));
-        QCOMPARE(lines.size(), 1);
-        QVERIFY(lines[0].endsWith(QStringLiteral(" default place")));
-    }
-
     void concurrentLinesStayWhole()
     {
         const QString path = dir_.filePath(QStringLiteral("threads.log"));

@@ -39,7 +39,6 @@ private slots:
                                         << QString::fromStdString(kPasswordError);
         QTest::newRow("refused, cut text")
             << CMATRIX_ERR_PASSWORD << std::vector<uint8_t> { 0, 0, 0, 9, '{' } << CMATRIX_ERR_PASSWORD << QString();
-        QTest::newRow("positive status") << 7 << std::vector<uint8_t>() << CMATRIX_ERR_PROTOCOL << QString();
         QTest::newRow("accepted with junk") << 0 << std::vector<uint8_t> { 1, 2 } << CMATRIX_ERR_PROTOCOL << QString();
     }
 

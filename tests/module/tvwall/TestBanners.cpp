@@ -52,7 +52,6 @@ private slots:
     void bannerFontSize();
     void decoderBannerMirror_data();
     void decoderBannerMirror();
-    void removedBannerKeepsTextAndColours();
 };
 
 void TestBanners::bannerFontSize_data()
@@ -130,27 +129,6 @@ void TestBanners::decoderBannerMirror()
         QList<int>({ storedWidth, storedPercent, 100, 7, height, 1, 3 }));
     QCOMPARE(QStringList({ ini.message, ini.fontColor.name(), ini.backColor.name() }),
         QStringList({ "Hello", "#ff0000", "#0000ff" }));
-}
-
-void TestBanners::removedBannerKeepsTextAndColours()
-{
-    const Handle h = decoderOn();
-    QVERIFY(h);
-    // Nothing stored yet: no banner, painted white on black.
-    const MatrixBannerInfo none = worker()->getBanner(h);
-    QCOMPARE(QVariantList({ none.w, none.fontColor, none.backColor }), QVariantList({ 0, QColor(Qt::white), QColor(Qt::black) }));
-
-    // A message with the INI's own separators and a character past Latin-1.
-    const QString message = QString::fromUtf8("Closing at 10:00 \xE2\x80\x94 stay calm; = [x]");
-    QCOMPARE(setBannerThroughWorker(h, bannerOf(message, 2000, 50)), CMATRIX_OK);
-    QueuedSignalSpy removed(worker(), &MatrixSdkWorker::signalRemoveBannerResult);
-    worker()->removeBanner(h);
-    QVERIFY(removed.wait(scaled(5000)));
-    QCOMPARE(removed.at(0).at(0).toInt(), CMATRIX_OK);
-    QCOMPARE(int(decoder_->snapshot().banner.show), 0);
-    const TvWallIni::Banner ini = TvWallIni::readBanner();
-    QCOMPARE(QVariantList({ ini.x, ini.y, ini.w, ini.h, ini.message, ini.fontPercent, ini.fontColor.name() }),
-        QVariantList({ 0, 0, 0, 0, message, 50, "#102030" }));
 }
 
 KVMS_TEST_CLASS(TestBanners)

@@ -38,11 +38,8 @@ private slots:
     void fileListLeavesOutSystemFolder();
     void playInWindow_data();
     void playInWindow();
-    void screenColour_data();
-    void screenColour();
     void audioOfOneSubWindow_data();
     void audioOfOneSubWindow();
-    void hdmiConnectors();
 };
 
 void TestDeviceFiles::fileListLeavesOutSystemFolder()
@@ -129,38 +126,6 @@ void TestDeviceFiles::playInWindow()
     QCOMPARE(int(decoder_->snapshot().window(1)->sources.count(2)), 0);
 }
 
-void TestDeviceFiles::screenColour_data()
-{
-    QTest::addColumn<int>("col");
-    QTest::addColumn<int>("row");
-    QTest::addColumn<int>("ret");
-    QTest::newRow("second column, first row") << 1 << 0 << CMATRIX_OK;
-    QTest::newRow("outside the 2 x 2 grid") << 2 << 0 << CMATRIX_ERR_INVALID_PARAM;
-}
-
-void TestDeviceFiles::screenColour()
-{
-    QFETCH(int, col);
-    QFETCH(int, row);
-    QFETCH(int, ret);
-    const Handle h = decoderOn();
-    QVERIFY(h);
-    const ScreenColor colour { 10, 20, 30, 40, {} };
-
-    QueuedSignalSpy set(worker(), &MatrixSdkWorker::signalMatrixSetScreenColorResult);
-    QueuedSignalSpy got(worker(), &MatrixSdkWorker::signalMatrixGetScreenColorResult);
-    worker()->setMatrixScreenColor(h, col, row, colour);
-    worker()->getMatrixScreenColor(h, col, row);
-    QVERIFY(got.wait(scaled(5000)));
-    QCOMPARE(set.at(0).at(0).toInt(), ret);
-    QCOMPARE(kvmstest::bytesOf(got.at(0).at(0).value<ScreenColor>()),
-        kvmstest::bytesOf(ret == CMATRIX_OK ? colour : ScreenColor {}));
-    // Stored for that screen only: columns and rows are not swapped on the way.
-    const auto stored = decoder_->snapshot().screenColors;
-    QCOMPARE(QVector<size_t>({ stored.count({ col, row }), stored.size() }),
-        QVector<size_t>(2, ret == CMATRIX_OK ? 1 : 0));
-}
-
 void TestDeviceFiles::audioOfOneSubWindow_data()
 {
     QTest::addColumn<bool>("enable");
@@ -191,19 +156,6 @@ void TestDeviceFiles::audioOfOneSubWindow()
     QCOMPARE(worker()->getAudioStatusGet(1, 2, h), enable);
     QVERIFY(!worker()->getAudioStatusGet(1, 1, h) && !worker()->getAudioStatusGet(2, 2, h));
     QVERIFY(!worker()->getAudioStatusGet(1, 2, Handle()));
-}
-
-void TestDeviceFiles::hdmiConnectors()
-{
-    const Handle h = decoderOn([](vdec::DecoderConfig& c) { c.hdmiInputs = { false, true, true }; });
-    QVERIFY(h);
-    QueuedSignalSpy status(worker(), &MatrixSdkWorker::signalDevStatusResult);
-    worker()->refreshHDMIStatus(h);
-    worker()->refreshHDMIStatus(Handle());
-    QTRY_COMPARE_WITH_TIMEOUT(status.count(), 2, scaled(5000));
-    // Counts, and masks of the connectors with a cable in: inputs 1 and 2, all four outputs.
-    QCOMPARE(status.at(0), QVariantList({ 3, 0b110, 4, 0b1111 }));
-    QCOMPARE(status.at(1), QVariantList({ CMATRIX_ERR_FAILED, 0, CMATRIX_ERR_FAILED, 0 }));
 }
 
 KVMS_TEST_CLASS(TestDeviceFiles)

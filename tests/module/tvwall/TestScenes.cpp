@@ -37,8 +37,6 @@ private slots:
     void cleanupTestCase() { QVERIFY(leaveWorkDirectory()); }
     void newSceneId_data();
     void newSceneId();
-    void renameStoresTheCurrentWall_data();
-    void renameStoresTheCurrentWall();
     void restoreListAndRemove();
     void withoutConnection_data();
     void withoutConnection();
@@ -87,40 +85,6 @@ void TestScenes::newSceneId()
     const uint32_t kept = listRead == CMATRIX_OK ? uint32_t(expected) : 1u;
     QVERIFY(s.scene(kept));
     QCOMPARE(QString::fromStdString(s.scene(kept)->name), listRead == CMATRIX_OK ? name.left(49) : "old");
-}
-
-void TestScenes::renameStoresTheCurrentWall_data()
-{
-    QTest::addColumn<int>("sceneId");
-    QTest::addColumn<int>("ret");
-    QTest::newRow("existing scene") << 5 << CMATRIX_OK;
-    QTest::newRow("unknown scene writes nothing") << 6 << CMATRIX_ERR_SCENE_NOT_FOUND;
-}
-
-void TestScenes::renameStoresTheCurrentWall()
-{
-    QFETCH(int, sceneId);
-    QFETCH(int, ret);
-    const Handle h = decoderOn();
-    QVERIFY(h);
-    QCOMPARE(addCell(1), CMATRIX_OK);
-    QCOMPARE(bindRaw(1, 1, "cam-1"), CMATRIX_OK);
-    QCOMPARE(CMatrix_SceneCreate(*sdk_, 5, "old"), CMATRIX_OK);
-    QCOMPARE(bindRaw(1, 1, "cam-2"), CMATRIX_OK); // the wall moves on after the save
-
-    QueuedSignalSpy modified(worker(), &MatrixSdkWorker::signalModifySceneResult);
-    worker()->modifyScene(h, sceneId, QStringLiteral("renamed"));
-    QVERIFY(modified.wait(scaled(5000)));
-    QCOMPARE(modified.at(0).mid(0, 2), QVariantList({ ret, sceneId }));
-
-    const vdec::DecoderSnapshot s = decoder_->snapshot();
-    QCOMPARE(int(s.scenes.size()), 1);
-    const vdec::Scene* scene = s.scene(uint32_t(ret == CMATRIX_OK ? sceneId : 5));
-    QVERIFY(scene);
-    QCOMPARE(
-        QString::fromStdString(scene->name), ret == CMATRIX_OK ? QStringLiteral("renamed") : QStringLiteral("old"));
-    QCOMPARE(int(scene->windows.size()), 1);
-    QCOMPARE(devIdShown(&scene->windows.front(), 1), ret == CMATRIX_OK ? 2 : 1);
 }
 
 void TestScenes::restoreListAndRemove()

@@ -44,7 +44,6 @@ private slots:
     void cleanupTestCase() { QVERIFY(leaveWorkDirectory()); }
     void addWindow_data();
     void addWindow();
-    void removingASplicedWindowGivesItsCellsBack();
     void clearingOneSubWindowRewritesTheOthers();
     void clearingAWholeWindowStopsItsLoop();
 };
@@ -85,31 +84,6 @@ void TestWallWindows::addWindow()
     QCOMPARE(added.at(0).at(0).toInt(), ret);
 
     QCOMPARE(int(decoder_->snapshot().windows.size()), 4); // the wall as it was
-}
-
-void TestWallWindows::removingASplicedWindowGivesItsCellsBack()
-{
-    const Handle h = wallOn(4, 4);
-    QVERIFY(h);
-    const std::vector<uint32_t> block { 6, 7, 10, 11 };
-    QCOMPARE(CMatrix_WindowDel(*sdk_, block.data(), 4), CMATRIX_OK);
-    const MatrixWindow_t spliced = kvmstest::window(6, 8192, 8192, 16384, 16384);
-    QCOMPARE(CMatrix_WindowAdd(*sdk_, &spliced, 1, false), CMATRIX_OK);
-
-    const QList<MatrixWindowInfo> wall = readWall(h); // the window as the form has it
-    QCOMPARE(wall.last().windowId, 6);
-    QueuedSignalSpy removed(worker(), &MatrixSdkWorker::signalRemoveWindowResult);
-    worker()->removeWindow(h, wall.last());
-    QVERIFY(removed.wait(scaled(5000)));
-    QCOMPARE(removed.at(0), QVariantList({ 0, 6, 1 }));
-
-    const vdec::DecoderSnapshot s = decoder_->snapshot();
-    QCOMPARE(s.windows.size(), size_t(16));
-    for (uint32_t id : block) {
-        const int row = int(id - 1) / 4;
-        const int col = int(id - 1) % 4;
-        QCOMPARE(rectOf(s.window(id)), QList<int>({ col * 8192, row * 8192, 8192, 8192 }));
-    }
 }
 
 void TestWallWindows::clearingOneSubWindowRewritesTheOthers()

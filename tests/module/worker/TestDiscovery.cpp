@@ -45,7 +45,6 @@ private slots:
     void foundRecordsTakeTheDescriptorFields();
     void answersTheMapMustNotTake_data();
     void answersTheMapMustNotTake();
-    void newSearchStartsAfresh();
     void strayCallbacksAfterTheSearch_data();
     void strayCallbacksAfterTheSearch();
 };
@@ -186,22 +185,6 @@ void TestDiscovery::answersTheMapMustNotTake()
     QCOMPARE(found.keys(), keys);
     QCOMPARE(fake.probes(), kProbesPerSearch);
     QCOMPARE(found.value(real->address()).id, real->config().deviceId);
-}
-
-void TestDiscovery::newSearchStartsAfresh()
-{
-    vdec::VirtualDecoder* a = startQuiet();
-    vdec::VirtualDecoder* b = startQuiet();
-    QVERIFY(a && b);
-    const QByteArray targets = targetOf(a) + "," + targetOf(b);
-    QCOMPARE(search(targets).keys(), keysOf({ a, b }));
-
-    b->stop();
-    QueuedSignalSpy results(worker(), &MatrixSdkWorker::signalSearchMatrixResult);
-    worker()->searchMatrix();
-    QVERIFY(!worker()->foundMatrixMap().contains(b->address())); // cleared at once, not by the rounds
-    QVERIFY(results.wait(scaled(6000)));
-    QCOMPARE(results.first().at(0).value<InfoMap>().keys(), keysOf({ a }));
 }
 
 void TestDiscovery::strayCallbacksAfterTheSearch_data()

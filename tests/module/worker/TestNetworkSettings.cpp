@@ -28,7 +28,6 @@ private slots:
     void addressChangeKeepsBothKeyForms();
     void failedSetupLeavesTheMapAlone_data();
     void failedSetupLeavesTheMapAlone();
-    void networkOfAnUnknownUnitIsZero();
     void activation_data();
     void activation();
     void localAddressFilter_data();
@@ -122,23 +121,6 @@ void TestNetworkSettings::failedSetupLeavesTheMapAlone()
     QCOMPARE(changeAddress(anotherUnit ? gone : d, d->address(), newIp, 0, password, mask), result);
     QCOMPARE(describe(worker()->foundMatrixMap()), describe(before));
     QCOMPARE(QByteArray(d->snapshot().network.ipv4), d->address().toLatin1());
-}
-
-void TestNetworkSettings::networkOfAnUnknownUnitIsZero()
-{
-    vdec::VirtualDecoder* d = startQuiet();
-    QVERIFY(d);
-    QCOMPARE(Discovery_SetTargets(targetOf(d)), CMATRIX_OK);
-    MatrixInfo unknown;
-    unknown.id = QStringLiteral("VD99999999");
-    unknown.ip = spare(0);
-    QueuedSignalSpy read(worker(), &MatrixSdkWorker::signalGetMatrixNetworkResult);
-    worker()->getMatrixNetworkInfo(unknown, 3);
-    QVERIFY(read.wait(scaled(4000)));
-    const DeviceNetworkCfg_t got = read.first().at(0).value<DeviceNetworkCfg_t>();
-    QCOMPARE(QByteArray(reinterpret_cast<const char*>(&got), sizeof got), QByteArray(sizeof got, '\0'));
-    QCOMPARE(read.first().mid(1), QVariantList({ unknown.ip, 3 }));
-    QCOMPARE(d->journal().count(MessageType::GetNetwork), 1); // asked, and kept quiet for another id
 }
 
 void TestNetworkSettings::activation_data()

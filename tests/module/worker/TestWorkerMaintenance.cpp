@@ -47,56 +47,11 @@ class TestWorkerMaintenance : public QObject, public WorkerRig {
 private slots:
     void initTestCase() { QVERIFY(setUp()); }
     void cleanup() { QVERIFY(settle()); }
-    void resolution_data();
-    void resolution();
     void passwordModify();
     void configurationLogsAndReset();
     void firmwareUpdate_data();
     void firmwareUpdate();
 };
-
-void TestWorkerMaintenance::resolution_data()
-{
-    QTest::addColumn<ScreenResolution_t>("wanted");
-    QTest::addColumn<int>("ret");
-    QTest::addColumn<ScreenResolution_t>("outputAfter"); // of the wanted output
-    QTest::addColumn<ScreenResolution_t>("allAfter");
-    const ScreenResolution_t factory = mode(1920, 1080, 60, -1);
-    // All outputs at once: configurationLogsAndReset, on the decoder's record.
-    QTest::newRow("one output") << mode(3840, 2160, 30, 2) << CMATRIX_OK << mode(3840, 2160, 30, 2) << factory;
-    // The wall is 2 x 2: outputs 0 to 3.
-    QTest::newRow("output past the wall")
-        << mode(1280, 720, 60, 4) << CMATRIX_ERR_INVALID_PARAM << ScreenResolution_t {} << factory;
-}
-
-void TestWorkerMaintenance::resolution()
-{
-    QFETCH(ScreenResolution_t, wanted);
-    QFETCH(int, ret);
-    QFETCH(ScreenResolution_t, outputAfter);
-    QFETCH(ScreenResolution_t, allAfter);
-    MatrixSdkWorker* w = worker();
-    vdec::VirtualDecoder* d = fixture_.startDecoder();
-    QVERIFY(d);
-    const Handle h = connectWorker(d);
-    QVERIFY(h);
-    d->journal().clear();
-
-    QueuedSignalSpy set(w, &MatrixSdkWorker::signalMatrixSetResolutionResult);
-    QueuedSignalSpy got(w, &MatrixSdkWorker::signalMatrixGetResolutionResult);
-    w->setMatrixResolution(h, wanted, false);
-    w->getMatrixResolution(h, wanted.outputIndex);
-    w->getMatrixResolution(h);
-    QTRY_COMPARE_WITH_TIMEOUT(got.count(), 2, scaled(5000));
-    QCOMPARE(set.count(), 1);
-    QCOMPARE(set.at(0).at(0).toInt(), ret);
-    QCOMPARE(bytesOf(got.at(0).at(0).value<ScreenResolution_t>()), bytesOf(outputAfter));
-    QCOMPARE(bytesOf(got.at(1).at(0).value<ScreenResolution_t>()), bytesOf(allAfter));
-    // Setting reads the wall first.
-    QVERIFY(d->journal().count(MessageType::GetMatrix) == 1 && d->journal().count(MessageType::SetResolution) == 1);
-    QVERIFY(d->journal().entries(MessageType::GetMatrix).front().requestId
-        < d->journal().entries(MessageType::SetResolution).front().requestId);
-}
 
 void TestWorkerMaintenance::passwordModify()
 {
