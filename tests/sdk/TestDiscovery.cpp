@@ -47,16 +47,6 @@ DeviceNetworkCfg_t networkOf(const char* ip)
     return cfg;
 }
 
-DeviceInfo_t addressed(const char* devId, const char* ip, const char* user, const char* password)
-{
-    DeviceInfo_t d {};
-    setText(d.devId, devId);
-    setText(d.ip, ip);
-    setText(d.userName, user);
-    setText(d.password, password);
-    return d;
-}
-
 // What discovery rounds report through the SDK's callback, which comes on an SDK thread.
 class SearchCollector {
     template <class F> auto locked(F f) const
@@ -215,49 +205,6 @@ private slots:
         QCOMPARE(Discovery_SetupNetworkBC(&cfg, id(d), "admin", "admin123", scaled(2000)), CMATRIX_ERR_USER_LOCKED);
         QCOMPARE(SdkSession().connect(d), CMATRIX_ERR_USER_LOCKED);
         QCOMPARE(QByteArray(d->snapshot().network.ipv4), ip(d));
-    }
-
-    void screenIdentification_data()
-    {
-        QTest::addColumn<bool>("elsewhere"); // sent to an address where no decoder is
-        QTest::addColumn<QByteArray>("password");
-        QTest::addColumn<int>("seconds");
-        QTest::addColumn<int>("result");
-        QTest::addColumn<bool>("shown");
-        const auto row = [](const char* name, int seconds, int result, bool shown, bool elsewhere = false,
-                             const char* password = "admin123") {
-            QTest::newRow(name) << elsewhere << QByteArray(password) << seconds << result << shown;
-        };
-        row("shown for a minute", 60, CMATRIX_OK, true);
-        row("hidden", 0, CMATRIX_OK, false);
-        row("wrong password", 60, CMATRIX_ERR_AUTH, false, false, "nope");
-        row("another address", 60, CMATRIX_ERR_DEVICE_NOT_FOUND, false, true);
-    }
-
-    void screenIdentification()
-    {
-        QFETCH(bool, elsewhere);
-        QFETCH(QByteArray, password);
-        QFETCH(int, seconds);
-        QFETCH(int, result);
-        QFETCH(bool, shown);
-        vdec::VirtualDecoder* d = target();
-        QVERIFY(d);
-        if (!shown) { // start from shown, to see a refusal change nothing and a hide take effect
-            const DeviceInfo_t on = addressed("", ip(d), "admin", "admin123");
-            QCOMPARE(Discovery_DisplayScreen(&on, 2, 60), CMATRIX_OK);
-            QVERIFY(d->snapshot().identifyOn);
-        }
-        const QByteArray to = elsewhere ? kvmstest::LoopbackPool::claim().toLatin1() : ip(d);
-        const DeviceInfo_t device = addressed("", to, "admin", password);
-        QCOMPARE(Discovery_DisplayScreen(&device, 3, seconds), result);
-        const vdec::DecoderSnapshot s = d->snapshot();
-        QCOMPARE(s.identifyOn, shown || result != CMATRIX_OK);
-        if (shown) {
-            const qint64 left = QDateTime::currentDateTimeUtc().secsTo(s.identifyUntil);
-            QVERIFY2(left > 50 && left <= 60, qPrintable(QString::number(left)));
-            QCOMPARE(s.identifyLocation, 3);
-        }
     }
 
     void badDatagramsAreDropped_data()

@@ -69,7 +69,6 @@ void TestLoops::savingALoop_data()
     QTest::addColumn<int>("expectedId");
     const QList<int> four { 4 };
     QTest::newRow("new: first free between 1 and 3") << QList<int> { 1, 3 } << 0 << 0 << 2;
-    QTest::newRow("new: no schemes yet") << QList<int> {} << 0 << 0 << 1;
     QTest::newRow("replaced under the same id") << four << 4 << 0 << 4;
     QTest::newRow("delete refused, nothing written") << four << 4 << int(CMATRIX_ERR_BUSY) << 4;
 }
@@ -108,9 +107,7 @@ void TestLoops::protocolNames_data()
     QTest::addColumn<int>("protocol");
     QTest::addColumn<QString>("name");
     QTest::newRow("0") << 0 << "kst1.0";
-    QTest::newRow("1") << 1 << "kst2.0";
     QTest::newRow("2") << 2 << "onvif";
-    QTest::newRow("3") << 3 << "rtsp";
     QTest::newRow("7") << 7 << "rtspPlayback";
     QTest::newRow("6 local source") << 6 << "";
     QTest::newRow("negative") << -1 << "";

@@ -43,8 +43,6 @@ void TestWallSources::sourceDescriptors_data()
     const QString e = QString::fromUtf8("\xC3\xA9"); // two bytes in UTF-8
     const QByteArray onvif("http://127.0.0.9:8000/onvif/device_service");
     using B = QByteArrayList;
-    QTest::newRow("camera id starting with letters") << 1 << 0 << QStringList { "AB12&x", "Gate", "" }
-                                                     << QList<int> { 0, 3, 0 } << B { "AB12&x", "Gate", "", "" } << 1;
     QTest::newRow("camera id starting with a digit")
         << 1 << 1 << QStringList { "1abc", "Gate", "" } << QList<int> { 1, 3, 1 } << B { "1abc", "Gate", "", "" } << 1;
     QTest::newRow("camera stream 2 goes out unknown")
@@ -56,14 +54,8 @@ void TestWallSources::sourceDescriptors_data()
                                        << B { "cam5", "Yard", "rtsp://127.0.0.9/0", "rtsp://127.0.0.9/1" } << 9;
     QTest::newRow("onvif") << 8 << 0 << QStringList { "ov1", "Hall", "" } << QList<int> { 2, 3, 0 }
                            << B { "ov1", "Hall", onvif, onvif } << 8;
-    QTest::newRow("hdmi input") << 6 << 1 << QStringList { "x", "HDMI", "" } << QList<int> { 0, 0, 1 }
-                                << B { "hdmiinput", "", "", "" } << 6;
-    QTest::newRow("usb file") << 7 << 0 << QStringList { "x", "Film", "/media/usb/a.mp4" } << QList<int> { 0, 0, 0 }
-                              << B { "usbfileplay", "", "/media/usb/a.mp4", "" } << 7;
     QTest::newRow("picture") << 3 << 0 << QStringList { "pic_sea", "Sea", "" } << QList<int> { 6, 3, 0 }
                              << B { "pic_sea", "Sea", "", "" } << 3;
-    QTest::newRow("desktop") << 4 << 0 << QStringList { "cap_pc", "PC", "" } << QList<int> { 6, 3, 0 }
-                             << B { "cap_pc", "PC", "", "" } << 4;
     QTest::newRow("desktop as onvif") << 4 << 0 << QStringList { "caponvif_pc", "PC", "" } << QList<int> { 6, 3, 0 }
                                       << B { "caponvif_pc", "PC", "", "" } << 5;
     QTest::newRow("picture without a prefix")
