@@ -147,8 +147,8 @@ private slots:
         QFETCH(std::vector<uint8_t>, payload);
         QFETCH(int, answerType);
         FakeDecoder decoder;
-        decoder.setHandler(
-            OneOddAnswer { uint16_t(type), status, payload, uint16_t(answerType > 0 ? answerType : type | kResponseFlag) });
+        decoder.setHandler(OneOddAnswer {
+            uint16_t(type), status, payload, uint16_t(answerType > 0 ? answerType : type | kResponseFlag) });
         SdkClient client;
         QCOMPARE(client.connectTo(decoder), CMATRIX_OK);
         QCOMPARE(CMatrix_SetTimeout(client.handle(), 300), CMATRIX_OK);

@@ -7,9 +7,7 @@
 #include "TestTimeout.h"
 
 #include "Messages.h"
-#include "SystemAssistant.h"
 
-#include <QNetworkInterface>
 #include <QtTest>
 
 using cmatrix::wire::MessageType;
@@ -32,7 +30,6 @@ private slots:
     void activation();
     void localAddressFilter_data();
     void localAddressFilter();
-    void localAddressesOfThisWorkstation();
 };
 
 void TestNetworkSettings::addressChangeKeepsBothKeyForms_data()
@@ -186,30 +183,6 @@ void TestNetworkSettings::localAddressFilter()
     for (const QString& a : addresses)
         hosts << QHostAddress(a);
     QCOMPARE(LocalAddressList::usableIpv4(hosts), usable);
-}
-
-void TestNetworkSettings::localAddressesOfThisWorkstation()
-{
-    QStringList list { QStringLiteral("left from before") };
-    QVERIFY(MatrixSdkWorker::getIpLocalAddress(list));
-    QVERIFY(!list.contains(QStringLiteral("left from before")));
-    for (const QString& a : list) {
-        QVERIFY2(!a.startsWith(QLatin1String("127.0.")), qPrintable(a));
-        QCOMPARE(QHostAddress(a).protocol(), QAbstractSocket::IPv4Protocol);
-    }
-
-    QNetworkInterface loopback;
-    for (const QNetworkInterface& i : QNetworkInterface::allInterfaces()) {
-        if (i.flags() & QNetworkInterface::IsLoopBack)
-            loopback = i;
-    }
-    QVERIFY(loopback.isValid());
-    QVERIFY(LocalAddressList::collect({ loopback }, list));
-    QVERIFY(list.isEmpty());
-    QCOMPARE(SystemAssistant::recentMessages(), QStringList());
-
-    QVERIFY(!LocalAddressList::collect({}, list));
-    QCOMPARE(SystemAssistant::recentMessages(), QStringList({ "Local ip address get failed" }));
 }
 
 KVMS_TEST_CLASS(TestNetworkSettings)
