@@ -6,6 +6,9 @@
 #include "QueuedSignalSpy.h"
 #include "ScreenGrabber.h"
 #include "SdkCallTap.h"
+
+#include "KSingleton.h"
+#include "SystemMsg.h"
 #include "TestMain.h"
 #include "TestTimeout.h"
 
@@ -164,6 +167,12 @@ void DesktopTests::desktopBoundAsSourceReachesTheWall()
     const vdec::DecoderSnapshot s = d->snapshot();
     QVERIFY(s.window(1) && s.window(1)->sources.count(2));
     checkDesktopOnWall(d, h);
+
+    // The client closing ends the projection while the application's screens still exist.
+    CaptureRig::worker()->startCaptureThread(h, 1, 2);
+    QVERIFY(CaptureRig::worker()->captureThread()->isRunning());
+    emit KCOMMON::KSingleton<SystemMsg>::instance()->signalQuitSystem();
+    QTRY_VERIFY_WITH_TIMEOUT(!CaptureRig::worker()->captureThread()->isRunning(), scaled(1000));
 }
 
 KVMS_TEST_MAIN(DesktopTests)
