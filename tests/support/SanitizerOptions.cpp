@@ -38,6 +38,10 @@ __attribute__((used, visibility("default"))) const char* __lsan_default_suppress
 // A queued signal's arguments are copied by Qt's metatype helpers on the emitting thread and
 // again on the receiving one; the hand-over goes through Qt's event queue, whose lock TSan
 // cannot see. glibc's time-zone code keeps a lock of its own that TSan cannot see either.
+// A functor posted to another thread's event loop (QMetaObject::invokeMethod, a queued
+// connection to a lambda) is built on the posting thread and called and destroyed on the
+// receiving one; the hand-over is that same event queue, matched here by Qt's functor-call
+// header, where every frame of such a call is.
 // GLib (the event dispatcher of every Qt thread) frees a thread's main context and its
 // sources from whichever thread drops the last reference, ordered by GLib's own locks.
 __attribute__((used, visibility("default"))) const char* __tsan_default_suppressions()
@@ -45,6 +49,7 @@ __attribute__((used, visibility("default"))) const char* __tsan_default_suppress
     return "called_from_lib:libQt5Core.so.5\n"
            "called_from_lib:libQt5Test.so.5\n"
            "called_from_lib:libglib-2.0.so.0\n"
+           "race:QtCore/qobjectdefs_impl.h\n"
            "race:QtMetaTypePrivate::QMetaTypeFunctionHelper\n"
            "race:tzset_internal\n";
 }
