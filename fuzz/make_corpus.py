@@ -91,6 +91,9 @@ def login_corpus():
     write("fuzz_login_error", "passwd", b'{"ERRCODE":"PASSWDERR","PARAM":{"ERRNUM":2,"SUMNUM":5,"LOCKTIME":300}}')
     write("fuzz_login_error", "userlock", b'{"ERRCODE":"USERLOCK","PARAM":{"UNLOCKTIME":120}}')
     write("fuzz_login_error", "inactive", b'{"ERRCODE":"DEVNOACTIVE"}')
+    # Attempts left were once the difference of two decoder counts taken in int.
+    write("fuzz_login_error", "counts_at_the_limits",
+          b'{"ERRCODE":"PASSWDERR","PARAM":{"ERRNUM":-2147483648,"SUMNUM":2147483647,"LOCKTIME":60}}')
 
 
 if __name__ == "__main__":
