@@ -94,6 +94,8 @@ def login_corpus():
     # Attempts left were once the difference of two decoder counts taken in int.
     write("fuzz_login_error", "counts_at_the_limits",
           b'{"ERRCODE":"PASSWDERR","PARAM":{"ERRNUM":-2147483648,"SUMNUM":2147483647,"LOCKTIME":60}}')
+    # A repeated key: Qt's reader keeps a few bytes of the replaced value.
+    write("fuzz_login_error", "repeated_key", b'{"ERRCODE":"USERLOCK","PARAM":{"":0},"PARAM":{"":0}}')
 
 
 if __name__ == "__main__":
