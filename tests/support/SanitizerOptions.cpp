@@ -42,6 +42,8 @@ __attribute__((used, visibility("default"))) const char* __lsan_default_suppress
 // connection to a lambda) is built on the posting thread and called and destroyed on the
 // receiving one; the hand-over is that same event queue, matched here by Qt's functor-call
 // header, where every frame of such a call is.
+// Qt's xcb platform and libxcb hand replies between their reader thread and the GUI thread
+// under their own locks.
 // GLib (the event dispatcher of every Qt thread) frees a thread's main context and its
 // sources from whichever thread drops the last reference, ordered by GLib's own locks.
 __attribute__((used, visibility("default"))) const char* __tsan_default_suppressions()
@@ -49,6 +51,8 @@ __attribute__((used, visibility("default"))) const char* __tsan_default_suppress
     return "called_from_lib:libQt5Core.so.5\n"
            "called_from_lib:libQt5Test.so.5\n"
            "called_from_lib:libglib-2.0.so.0\n"
+           "called_from_lib:libQt5XcbQpa.so.5\n"
+           "called_from_lib:libxcb.so.1\n"
            "race:QtCore/qobjectdefs_impl.h\n"
            "race:QtMetaTypePrivate::QMetaTypeFunctionHelper\n"
            "race:tzset_internal\n";
