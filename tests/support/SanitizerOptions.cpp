@@ -43,7 +43,9 @@ __attribute__((used, visibility("default"))) const char* __lsan_default_suppress
 // receiving one; the hand-over is that same event queue, matched here by Qt's functor-call
 // header, where every frame of such a call is.
 // Qt's xcb platform and libxcb hand replies between their reader thread and the GUI thread
-// under their own locks.
+// under their own locks; Xlib and Mesa's GLX (loaded by the xcb platform) lock their own way.
+// QtGui converts and scales large images on its own thread pool. GStreamer (the camera
+// simulator's RTSP server) hands buffers between its streaming threads under GLib's locks.
 // GLib (the event dispatcher of every Qt thread) frees a thread's main context and its
 // sources from whichever thread drops the last reference, ordered by GLib's own locks.
 __attribute__((used, visibility("default"))) const char* __tsan_default_suppressions()
@@ -53,6 +55,15 @@ __attribute__((used, visibility("default"))) const char* __tsan_default_suppress
            "called_from_lib:libglib-2.0.so.0\n"
            "called_from_lib:libQt5XcbQpa.so.5\n"
            "called_from_lib:libxcb.so.1\n"
+           "called_from_lib:libX11.so.6\n"
+           "called_from_lib:libGLX_mesa.so.0\n"
+           "called_from_lib:libQt5Gui.so.5\n"
+           "called_from_lib:libgio-2.0.so.0\n"
+           "called_from_lib:libgstreamer-1.0.so.0\n"
+           "called_from_lib:libgstbase-1.0.so.0\n"
+           "called_from_lib:libgstapp-1.0.so.0\n"
+           "called_from_lib:libgstrtspserver-1.0.so.0\n"
+           "called_from_lib:libgstrtpmanager.so\n"
            "race:QtCore/qobjectdefs_impl.h\n"
            "race:QtMetaTypePrivate::QMetaTypeFunctionHelper\n"
            "race:tzset_internal\n";

@@ -8,8 +8,8 @@
 
 #include <QTextStream>
 
-std::mutex CameraServer::feedersMutex_;
-std::set<StreamFeeder*> CameraServer::feeders_;
+std::mutex& CameraServer::feedersMutex_ = *new std::mutex;
+std::set<StreamFeeder*>& CameraServer::feeders_ = *new std::set<StreamFeeder*>;
 
 namespace {
 

@@ -56,6 +56,7 @@ private:
     std::map<std::pair<QString, quint16>, Endpoint> endpoints_;
     GMainLoop* loop_ = nullptr;
 
-    static std::mutex feedersMutex_;
-    static std::set<StreamFeeder*> feeders_;
+    // Never destroyed: GStreamer's threads may finalize a stream's media after main returns.
+    static std::mutex& feedersMutex_;
+    static std::set<StreamFeeder*>& feeders_;
 };
