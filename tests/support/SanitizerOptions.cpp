@@ -45,7 +45,8 @@ __attribute__((used, visibility("default"))) const char* __lsan_default_suppress
 // Qt's xcb platform and libxcb hand replies between their reader thread and the GUI thread
 // under their own locks; Xlib and its extensions and GLX (loaded by the xcb platform), GObject's
 // type registry and HarfBuzz (text shaping) lock their own way.
-// QtGui converts and scales large images on its own thread pool. GStreamer (the camera
+// QtGui converts and scales large images on its own thread pool, QtWidgets shares its style
+// data the same way. GStreamer (the camera
 // simulator's RTSP server) hands buffers between its streaming threads under GLib's locks.
 // GLib (the event dispatcher of every Qt thread) frees a thread's main context and its
 // sources from whichever thread drops the last reference, ordered by GLib's own locks.
@@ -70,6 +71,7 @@ __attribute__((used, visibility("default"))) const char* __tsan_default_suppress
            "called_from_lib:libgobject-2.0.so.0\n"
            "called_from_lib:libharfbuzz.so.0\n"
            "called_from_lib:libQt5Gui.so.5\n"
+           "called_from_lib:libQt5Widgets.so.5\n"
            "called_from_lib:libgio-2.0.so.0\n"
            "called_from_lib:libgstreamer-1.0.so.0\n"
            "called_from_lib:libgstbase-1.0.so.0\n"
