@@ -46,8 +46,8 @@ __attribute__((used, visibility("default"))) const char* __lsan_default_suppress
 // under their own locks; Xlib and its extensions and GLX (loaded by the xcb platform), GObject's
 // type registry and HarfBuzz (text shaping) lock their own way.
 // QtGui converts and scales large images on its own thread pool, QtWidgets shares its style
-// data the same way. GStreamer (the camera
-// simulator's RTSP server) hands buffers between its streaming threads under GLib's locks.
+// data the same way. GStreamer (the camera simulator's RTSP server) hands buffers between its
+// streaming threads under GLib's locks.
 // GLib (the event dispatcher of every Qt thread) frees a thread's main context and its
 // sources from whichever thread drops the last reference, ordered by GLib's own locks.
 __attribute__((used, visibility("default"))) const char* __tsan_default_suppressions()
