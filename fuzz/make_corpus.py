@@ -65,6 +65,41 @@ def wire_corpus():
     write("fuzz_wire_codec", "bad_version", struct.pack(">IHHIiI", MAGIC, 2, 1, 1, 0, 0))
 
 
+# The first byte picks the file fuzz_config_files reads the rest as.
+DECODER_LIST, DECODER_LIST_WITH_STATE, WALL_LIST, LAST_CONNECTED, INI, ERROR_TABLE = range(6)
+
+
+def config_corpus():
+    decoder = (b'{"type":1,"id":"D1","ip":"127.0.0.2","port":28000,"nvr_port":0,"manager_port":28000,'
+               b'"username":"admin","password":"x","status":1,"version":"1.0"}')
+    write("fuzz_config_files", "decoder_list", bytes([DECODER_LIST]) + b'{"matrixList":[' + decoder + b']}')
+    write("fuzz_config_files", "decoder_list_state", bytes([DECODER_LIST_WITH_STATE]) + b'{"matrixList":['
+          + decoder[:-1] + b',"screenCnt":4,"connect_state":1}]}')
+    write("fuzz_config_files", "wall_list", bytes([WALL_LIST]) + b'{"matrixList":[{"name":"Wall","main_decoder_ip":'
+          b'"127.0.0.2","row":2,"column":2,"main_type":1,"second_ip":[{"ip":"127.0.0.3","location":1,"type":1}]}]}')
+    write("fuzz_config_files", "last_connected", bytes([LAST_CONNECTED]) + b'{"matrixList":[],'
+          b'"lastConnectedMatrixInfo":' + decoder + b'}')
+    write("fuzz_config_files", "ini", bytes([INI]) + b"[info]\ntype=1\nip= 127.0.0.2 \nport=28000\n"
+          b"username=YWRtaW4=\npassword=eA==\nis_software_project=false\n[bannerinfo]\nmessage=Hello\n"
+          b"direction=1\nspeed=2\nfontPercent=50\nfontColor=#ff0000\nbackColor=#000000\nx=0\ny=0\nw=100\nh=10\n")
+    write("fuzz_config_files", "error_table", bytes([ERROR_TABLE]) + struct.pack("<i", 1)
+          + b'<?xml version="1.0"?><ErrorCodes><ErrorCode CodeValue="1" ErrorDescripZH="one"/>'
+          b'<Other CodeValue="2" ErrorDescripZH="two"/></ErrorCodes>')
+
+
+def login_corpus():
+    write("fuzz_login_error", "passwd", b'{"ERRCODE":"PASSWDERR","PARAM":{"ERRNUM":2,"SUMNUM":5,"LOCKTIME":300}}')
+    write("fuzz_login_error", "userlock", b'{"ERRCODE":"USERLOCK","PARAM":{"UNLOCKTIME":120}}')
+    write("fuzz_login_error", "inactive", b'{"ERRCODE":"DEVNOACTIVE"}')
+    # Attempts left were once the difference of two decoder counts taken in int.
+    write("fuzz_login_error", "counts_at_the_limits",
+          b'{"ERRCODE":"PASSWDERR","PARAM":{"ERRNUM":-2147483648,"SUMNUM":2147483647,"LOCKTIME":60}}')
+    # A repeated key: Qt's reader keeps a few bytes of the replaced value.
+    write("fuzz_login_error", "repeated_key", b'{"ERRCODE":"USERLOCK","PARAM":{"":0},"PARAM":{"":0}}')
+
+
 if __name__ == "__main__":
     kav_corpus()
     wire_corpus()
+    config_corpus()
+    login_corpus()

@@ -1,10 +1,29 @@
 #include "KThread.h"
 
+#include <climits>
+
+#if defined(__SANITIZE_THREAD__)
+#define KCOMMON_TSAN_ANNOTATE 1
+#elif defined(__has_feature)
+#if __has_feature(thread_sanitizer)
+#define KCOMMON_TSAN_ANNOTATE 1
+#endif
+#endif
+
+#ifdef KCOMMON_TSAN_ANNOTATE
+#include <sanitizer/tsan_interface.h>
+#endif
+
 namespace KCOMMON {
 
 KThread::KThread(QObject* parent)
     : QThread(parent)
 {
+#ifdef KCOMMON_TSAN_ANNOTATE
+    // Emitted on the thread itself, after run() and everything Qt did on it for this object.
+    connect(
+        this, &QThread::finished, this, [this] { __tsan_release(this); }, Qt::DirectConnection);
+#endif
 }
 
 KThread::~KThread()
@@ -21,6 +40,21 @@ void KThread::stopAndWait()
     requestInterruption();
     quit();
     wait();
+}
+
+bool KThread::wait(QDeadlineTimer deadline)
+{
+    const bool ended = QThread::wait(deadline);
+#ifdef KCOMMON_TSAN_ANNOTATE
+    if (ended)
+        __tsan_acquire(this);
+#endif
+    return ended;
+}
+
+bool KThread::wait(unsigned long time)
+{
+    return time == ULONG_MAX ? wait() : wait(QDeadlineTimer(qint64(time)));
 }
 
 } // namespace KCOMMON

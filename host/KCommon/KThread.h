@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDeadlineTimer>
 #include <QThread>
 
 namespace KCOMMON {
@@ -14,6 +15,12 @@ public:
 
     // Asks run() to end (interruption request and event-loop quit) and waits for it.
     void stopAndWait();
+
+    // QThread::wait. The thread's end is ordered before the return by locks inside Qt, which
+    // ThreadSanitizer cannot see; these announce that ordering, so whatever the thread did is
+    // known to happen before what the waiter does next (typically destroying the object).
+    bool wait(QDeadlineTimer deadline = QDeadlineTimer(QDeadlineTimer::Forever));
+    bool wait(unsigned long time);
 };
 
 } // namespace KCOMMON

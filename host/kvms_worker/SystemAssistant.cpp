@@ -4,16 +4,17 @@
 
 #include <QApplication>
 #include <QMessageBox>
-#include <QMutex>
-#include <QMutexLocker>
 #include <QPointer>
 #include <QThread>
 #include <QtDebug>
 
+#include <mutex>
+
 namespace {
 
+// Reached from any thread. A standard mutex: ThreadSanitizer sees its locking, not QMutex's.
 struct AlertState {
-    QMutex mutex;
+    std::mutex mutex;
     SystemAssistant::MessageSink sink;
     QStringList recent;
 };
@@ -29,7 +30,7 @@ void showOnGuiThread(const QString& text, QWidget* parent)
     SystemAssistant::MessageSink sink;
     {
         AlertState& state = alertState();
-        QMutexLocker lock(&state.mutex);
+        std::lock_guard<std::mutex> lock(state.mutex);
         sink = state.sink;
     }
     if (sink) {
@@ -53,7 +54,7 @@ void SystemAssistant::messageAlert(const QString& text, QWidget* parent)
 {
     {
         AlertState& state = alertState();
-        QMutexLocker lock(&state.mutex);
+        std::lock_guard<std::mutex> lock(state.mutex);
         state.recent.append(text);
         while (state.recent.size() > DictDef::kRecentMessageLimit)
             state.recent.removeFirst();
@@ -73,20 +74,20 @@ void SystemAssistant::messageAlert(const QString& text, QWidget* parent)
 void SystemAssistant::setMessageSink(MessageSink sink)
 {
     AlertState& state = alertState();
-    QMutexLocker lock(&state.mutex);
+    std::lock_guard<std::mutex> lock(state.mutex);
     state.sink = std::move(sink);
 }
 
 QStringList SystemAssistant::recentMessages()
 {
     AlertState& state = alertState();
-    QMutexLocker lock(&state.mutex);
+    std::lock_guard<std::mutex> lock(state.mutex);
     return state.recent;
 }
 
 void SystemAssistant::clearRecentMessages()
 {
     AlertState& state = alertState();
-    QMutexLocker lock(&state.mutex);
+    std::lock_guard<std::mutex> lock(state.mutex);
     state.recent.clear();
 }

@@ -41,7 +41,8 @@ bool ConfigFile::readAll(const QString& fileName, QByteArray& content)
     QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly) || file.size() > kMaxFileBytes)
         return false;
-    content = file.read(kMaxFileBytes);
+    // What the file holds, not the bound: reading up to a size sets aside that much first.
+    content = file.read(file.size());
     return true;
 }
 

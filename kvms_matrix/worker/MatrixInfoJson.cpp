@@ -87,7 +87,7 @@ void MatrixInfoJson::writeLastConnected(const QString& fileName, const MatrixInf
     QFile file(fileName);
     if (!file.open(QIODevice::ReadWrite))
         return;
-    QJsonObject top = QJsonDocument::fromJson(file.read(ConfigFile::kMaxFileBytes)).object();
+    QJsonObject top = QJsonDocument::fromJson(file.read(qMin(file.size(), qint64(ConfigFile::kMaxFileBytes)))).object();
     top.insert(kLastConnected, toJson(info, WithoutScreenState));
     // No truncation: the old tail survives a shorter text. Readers then see unparsable JSON and
     // fall back to empty results until the next list write rewrites the file.

@@ -1,6 +1,8 @@
 // MatrixSdkWorker: decoder connections, the connection registry and the status callback.
 #include "MatrixSdkWorker.h"
 
+#include "KovCapThread.h"
+
 #include "SdkCallLog.h"
 #include "SyncLocker.h"
 #include "TaskKeys.h"
@@ -56,7 +58,10 @@ void MatrixSdkWorker::disconnectAllMatrix()
 
 void MatrixSdkWorker::slotQuitSystem()
 {
-    // The running flag stays set: the disconnects still have to run.
+    // The desktop projection draws with the application's screens and pointer, which go away
+    // with the application: its loop ends now, within one short round, and is not waited for
+    // here (this is the GUI thread). The running flag stays set: the disconnects still have to run.
+    m_capThread->stop();
     disconnectAllMatrix();
 }
 

@@ -7,9 +7,14 @@ namespace cmatrix::sdk {
 int MediaLink::acquire(
     Session& session, uint64_t generation, std::shared_ptr<Connection>& out, std::optional<Clock::time_point> until)
 {
-    std::unique_lock<std::timed_mutex> lock(mutex_, std::defer_lock);
-    if (until ? !lock.try_lock_until(*until) : (lock.lock(), false))
+    if (!until)
+        gate_.enter();
+    else if (!gate_.enter(*until))
         return CMATRIX_ERR_TIMEOUT;
+    struct Leave {
+        WriteGate& gate;
+        ~Leave() { gate.leave(); }
+    } leave { gate_ };
     if (!connection_ || !connection_->isOpen()) {
         connection_.reset();
         if (const int rc = session.openMedia(generation, connection_, until.value_or(session.deadline()));
@@ -23,10 +28,9 @@ int MediaLink::acquire(
 void MediaLink::close()
 {
     std::shared_ptr<Connection> connection;
-    {
-        std::lock_guard<std::timed_mutex> lock(mutex_);
-        connection = std::move(connection_);
-    }
+    gate_.enter();
+    connection = std::move(connection_);
+    gate_.leave();
     if (connection)
         connection->stop();
 }

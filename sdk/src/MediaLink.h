@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Connection.h"
+#include "WriteGate.h"
 
 #include <cstdint>
 #include <memory>
@@ -28,8 +29,11 @@ public:
     void close();
 
 private:
-    std::timed_mutex mutex_; // held while opening, so concurrent first users open it once
-    std::shared_ptr<Connection> connection_;
+    // Held while opening, so concurrent first users open it once. A gate rather than a timed
+    // mutex: its deadline is waited for on a condition variable, which ThreadSanitizer follows
+    // (it does not see a timed mutex's clock-based lock).
+    WriteGate gate_;
+    std::shared_ptr<Connection> connection_; // read and changed only inside the gate
 };
 
 } // namespace cmatrix::sdk

@@ -6,9 +6,9 @@
 
 namespace cmatrix::sdk {
 
-// Lets one writer at a time onto a socket. Waiting for the turn ends at the caller's
-// deadline, so a writer stuck on a decoder that stopped reading cannot hold every
-// other call past its own timeout.
+// Lets one user at a time in (a socket's writer, the opener of a link). Waiting for the
+// turn ends at the caller's deadline, so a writer stuck on a decoder that stopped reading
+// cannot hold every other call past its own timeout.
 class WriteGate {
 public:
     using Clock = std::chrono::steady_clock;
@@ -21,6 +21,13 @@ public:
             return false;
         busy_ = true;
         return true;
+    }
+
+    void enter()
+    {
+        std::unique_lock<std::mutex> lock(mutex_);
+        free_.wait(lock, [this] { return !busy_; });
+        busy_ = true;
     }
 
     bool tryEnter()

@@ -2,15 +2,16 @@
 
 #include "CMatrixSDK.h"
 
-#include <QMutex>
-#include <QMutexLocker>
-
 #include <dlfcn.h>
+
+#include <mutex>
 
 namespace {
 
+// Noted from the capture thread, read from the test's: a standard mutex, whose locking
+// ThreadSanitizer sees (it cannot see QMutex's, inside the uninstrumented Qt library).
 struct Tap {
-    QMutex mutex;
+    std::mutex mutex;
     QList<SdkCall> calls;
     int count = 0;
 };
@@ -24,7 +25,7 @@ Tap& tap()
 void note(SdkCall call)
 {
     Tap& t = tap();
-    QMutexLocker lock(&t.mutex);
+    std::lock_guard<std::mutex> lock(t.mutex);
     ++t.count;
     t.calls.append(std::move(call));
     while (t.calls.size() > SdkCallTap::kKept)
@@ -50,7 +51,7 @@ QByteArray bytes(const unsigned char* frame, int length)
 void SdkCallTap::clear()
 {
     Tap& t = tap();
-    QMutexLocker lock(&t.mutex);
+    std::lock_guard<std::mutex> lock(t.mutex);
     t.calls.clear();
     t.count = 0;
 }
@@ -58,14 +59,14 @@ void SdkCallTap::clear()
 QList<SdkCall> SdkCallTap::calls()
 {
     Tap& t = tap();
-    QMutexLocker lock(&t.mutex);
+    std::lock_guard<std::mutex> lock(t.mutex);
     return t.calls;
 }
 
 int SdkCallTap::count()
 {
     Tap& t = tap();
-    QMutexLocker lock(&t.mutex);
+    std::lock_guard<std::mutex> lock(t.mutex);
     return t.count;
 }
 

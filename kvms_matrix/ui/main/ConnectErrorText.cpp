@@ -10,7 +10,8 @@ QString ConnectErrorText::loginError(const QString& name, const ConnectErrorMsgI
         if (info.errNum == -1 && info.sumNum == -1 && info.lockTime == -1)
             return tr("Decoder(%1) connection failed:Incorrect user name or password!").arg(name);
         // The decoder counts attempts; what the operator wants is how many are left.
-        const int left = qMax(0, info.sumNum - info.errNum);
+        // Both counts come from the decoder: the difference is taken where it cannot overflow.
+        const qint64 left = qMax<qint64>(0, qint64(info.sumNum) - info.errNum);
         return tr("Decoder(%1) connection failed:Incorrect user name or password,%2 errors have been made,%3 "
                   "errors will be locked for %4 minutes!")
             .arg(name)

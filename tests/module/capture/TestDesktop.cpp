@@ -12,6 +12,9 @@
 
 #include "core/VirtualDecoder.h"
 
+#include "KSingleton.h"
+#include "SystemMsg.h"
+
 #include <QCursor>
 #include <QGuiApplication>
 #include <QScreen>
@@ -179,6 +182,12 @@ private slots:
         const vdec::DecoderSnapshot s = d->snapshot();
         QVERIFY(s.window(1) && s.window(1)->sources.count(2));
         checkDesktopOnWall(d, h);
+
+        // The client closing ends the projection while the application's screens still exist.
+        CaptureRig::worker()->startCaptureThread(h, 1, 2);
+        QVERIFY(CaptureRig::worker()->captureThread()->isRunning());
+        emit KCOMMON::KSingleton<SystemMsg>::instance()->signalQuitSystem();
+        QTRY_VERIFY_WITH_TIMEOUT(!CaptureRig::worker()->captureThread()->isRunning(), kvmstest::scaled(1000));
     }
 };
 
