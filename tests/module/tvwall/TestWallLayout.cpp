@@ -16,19 +16,6 @@
 using namespace kvms_matrix;
 using kvmstest::scaled;
 
-namespace {
-
-MatrixInfo screensOf(const vdec::VirtualDecoder* d, const QList<int>& positions)
-{
-    MatrixInfo entry;
-    entry.ip = d->address();
-    for (int i = 0; i < positions.size(); ++i)
-        entry.screenList.append({ d->address() + QStringLiteral("-%1").arg(i + 1), i, 0, positions[i] });
-    return entry;
-}
-
-} // namespace
-
 class TestWallLayout : public QObject, public WallRig {
     Q_OBJECT
 

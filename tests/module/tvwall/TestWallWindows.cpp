@@ -15,11 +15,6 @@ using kvmstest::scaled;
 
 namespace {
 
-QList<int> rectOf(const vdec::Window* w)
-{
-    return w ? QList<int> { w->x, w->y, w->w, w->h } : QList<int> {};
-}
-
 MatrixDeviceInfo camera(const QString& id)
 {
     MatrixDeviceInfo d;
