@@ -7,9 +7,7 @@ set(kvms_unity_alone
   decoder state/NetworkSettings.cpp
   decoder state/OperationLog.cpp
   decoder protocol/*Requests.cpp
-  decoder monitor/WallPainter.cpp
-  tests/sdk TestCalls.cpp
-  tests/host TestCommon.cpp)
+  decoder monitor/WallPainter.cpp)
 while(kvms_unity_alone)
   list(POP_FRONT kvms_unity_alone dir pattern)
   file(GLOB files ${PROJECT_SOURCE_DIR}/${dir}/${pattern})

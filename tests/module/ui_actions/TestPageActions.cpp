@@ -233,7 +233,8 @@ void PageActionsTest::menuCodesOnTheDecoder()
     if (!tip.isEmpty())
         QTRY_COMPARE_WITH_TIMEOUT(page_->tipText(), MatrixForm::tr(qPrintable(tip)), scaled(5000));
     const auto state = [this, canvas] {
-        const vdec::Window* w = decoder_->snapshot().window(1);
+        const vdec::DecoderSnapshot snapshot = decoder_->snapshot(); // the window lives in it
+        const vdec::Window* w = snapshot.window(1);
         return QList<int> { w->division, w->fullScreenSub, canvas->fullSubWindowIndex(1, 0) };
     };
     QTRY_COMPARE_WITH_TIMEOUT(state(), after, scaled(5000));
