@@ -246,6 +246,11 @@ void MatrixSdkWorker::startCaptureThread(QSharedPointer<CSharedHandle> handle, i
     m_capThread->setParams(std::move(handle), windowId, channel);
 }
 
+void MatrixSdkWorker::endCapture()
+{
+    m_capThread->stop();
+}
+
 void MatrixSdkWorker::stopCaptureThread()
 {
     // Spins, without sleeping, until the current round (one capture, one send, 40 ms) is over;

@@ -1,4 +1,5 @@
 #include "PlayerbackPlayer.h"
+#include "WindowKey.h"
 
 #include "MatrixSdkWorker.h"
 #include "MatrixSignals.h"
@@ -45,7 +46,7 @@ PlayerbackPlayer::~PlayerbackPlayer()
 
 QString PlayerbackPlayer::windowKeyOf(int windowId, int subWindowId, int windowType)
 {
-    return QStringLiteral("windowid:%1~subwindowid:%2~windowtype:%3").arg(windowId).arg(subWindowId).arg(windowType);
+    return kvms_matrix::windowKey(windowId, subWindowId, windowType);
 }
 
 void PlayerbackPlayer::setTarget(

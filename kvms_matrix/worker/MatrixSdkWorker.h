@@ -230,6 +230,9 @@ public:
         char* data, int size, int frameKind);
     void removeMdHandle(QSharedPointer<CSharedHandle> handle, int windowId, int subWindowId, int windowType);
     void stopCaptureThread();
+    // Asks the capture loop to end after its current round and returns at once (for the GUI
+    // thread); a desktop source bound meanwhile retargets the loop instead.
+    void endCapture();
     // Called by the display-device conversion after a successful CMatrix_StartMediaDistribute.
     void addMdHandle(int windowId, int channel, const MediaDistributeEntry& entry);
     // Called after binding a desktop source (type 4): starts or retargets the capture thread.

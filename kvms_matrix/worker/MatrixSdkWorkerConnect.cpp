@@ -61,7 +61,7 @@ void MatrixSdkWorker::slotQuitSystem()
     // The desktop projection draws with the application's screens and pointer, which go away
     // with the application: its loop ends now, within one short round, and is not waited for
     // here (this is the GUI thread). The running flag stays set: the disconnects still have to run.
-    m_capThread->stop();
+    endCapture();
     disconnectAllMatrix();
 }
 

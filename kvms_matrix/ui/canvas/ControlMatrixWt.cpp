@@ -1,5 +1,7 @@
 #include "ControlMatrixWt.h"
 
+#include "WindowKey.h"
+
 #include "CanvasGeometry.h"
 #include "FloatingGeometry.h"
 #include "FloatingWt.h"
@@ -43,17 +45,7 @@ ControlMatrixWt::~ControlMatrixWt()
 
 QString ControlMatrixWt::panelKey(int windowId, int subWindowId, int windowType)
 {
-    // "windowid:%1~subwindowid:%2~windowtype:%3", built in one buffer: layouts look up every
-    // panel by this text.
-    QString key;
-    key.reserve(64);
-    key += QLatin1String("windowid:");
-    key += QString::number(windowId);
-    key += QLatin1String("~subwindowid:");
-    key += QString::number(subWindowId);
-    key += QLatin1String("~windowtype:");
-    key += QString::number(windowType);
-    return key;
+    return windowKey(windowId, subWindowId, windowType);
 }
 
 namespace {

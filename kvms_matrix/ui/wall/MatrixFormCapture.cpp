@@ -7,8 +7,6 @@
 
 #include "SystemAssistant.h"
 
-#include <QThreadPool>
-
 namespace kvms_matrix {
 
 namespace {
@@ -49,9 +47,7 @@ void MatrixForm::followProjection(int windowId, int subWindowId, bool projecting
     if (m_projection.first != windowId || (subWindowId != -1 && m_projection.second != subWindowId))
         return;
     m_projection = qMakePair(-1, -1);
-    // Stopping waits for the capture's current round: not on this thread.
-    MatrixSdkWorker* worker = m_worker;
-    QThreadPool::globalInstance()->start([worker] { worker->stopCaptureThread(); });
+    m_worker->endCapture(); // waiting for the round to end is not for this thread
 }
 
 void MatrixForm::slotCaptureBtnClicked()

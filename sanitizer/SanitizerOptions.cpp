@@ -1,6 +1,4 @@
-// Read by the sanitizers' runtimes in sanitizer builds, unused otherwise. Compiled into every
-// test executable (an interface source), since a static library member would only be pulled
-// in when something refers to it.
+// Read by the sanitizers' runtimes in sanitizer builds, unused otherwise.
 #include <cstdlib>
 
 #if defined(__SANITIZE_THREAD__)
