@@ -17,7 +17,9 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
+#include <string>
 #include <unistd.h>
 
 using namespace kvms_matrix;
@@ -95,9 +97,13 @@ void errorTable(const uint8_t* data, size_t size)
 
 extern "C" int LLVMFuzzerInitialize(int*, char***)
 {
-    // The module's files live in the working directory: give the run its own.
-    char dir[] = "/tmp/fuzz_config_files.XXXXXX";
-    if (!mkdtemp(dir) || chdir(dir) != 0)
+    // The module's files live in the working directory: give the run its own, in memory where
+    // the machine has it (every input is written to a file; a disk holds the run to its pace).
+    const char* base = std::getenv("TMPDIR");
+    if (!base)
+        base = access("/dev/shm", W_OK) == 0 ? "/dev/shm" : "/tmp";
+    std::string dir = std::string(base) + "/fuzz_config_files.XXXXXX";
+    if (!mkdtemp(dir.data()) || chdir(dir.c_str()) != 0)
         std::abort();
     return 0;
 }

@@ -2,22 +2,13 @@
 // (apart from the extension length the length test leaves out) and must survive
 // being packed again and unpacked once more.
 
+#include "FuzzCheck.h"
 #include "KavFrame.h"
 
 #include <climits>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <vector>
-
-#define FUZZ_CHECK(cond)                                                                                               \
-    do {                                                                                                               \
-        if (!(cond)) {                                                                                                 \
-            std::fprintf(stderr, "check failed at line %d: %s\n", __LINE__, #cond);                                    \
-            std::abort();                                                                                              \
-        }                                                                                                              \
-    } while (0)
 
 namespace {
 

@@ -1,25 +1,18 @@
 // Cuts arbitrary bytes into messages, once appended whole and once in small pieces
-// (both must give the same messages), then decodes every payload as every payload
-// struct. What decodes is encoded again: it must take as many bytes, differ only
-// where a bool was not 0 or 1, and be a fixed point of decode and encode.
+// (both must give the same messages), then decodes each payload as one payload struct,
+// picked by the message's type (the fuzzer reaches every struct by changing the type;
+// decoding each payload as all of them cost fifty times more per input). What decodes is
+// encoded again: it must take as many bytes, differ only where a bool was not 0 or 1, and
+// be a fixed point of decode and encode.
 
+#include "FuzzCheck.h"
 #include "Message.h"
 #include "MessageStream.h"
 #include "PayloadTypes.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <vector>
-
-#define FUZZ_CHECK(cond)                                                                                               \
-    do {                                                                                                               \
-        if (!(cond)) {                                                                                                 \
-            std::fprintf(stderr, "check failed at line %d: %s\n", __LINE__, #cond);                                    \
-            std::abort();                                                                                              \
-        }                                                                                                              \
-    } while (0)
 
 using namespace cmatrix::wire;
 
@@ -51,9 +44,11 @@ template <class Body> void reencode(const Message& message)
     FUZZ_CHECK(Message::encode(message.type(), message.header.requestId, message.header.status, again) == first);
 }
 
-template <class... Body> void decodeAsEvery(const Message& message, PayloadTypeList<Body...>)
+template <class... Body> void decodeAsOne(const Message& message, PayloadTypeList<Body...>)
 {
-    (reencode<Body>(message), ...);
+    const size_t pick = message.type() % sizeof...(Body);
+    size_t index = 0;
+    ((index++ == pick ? reencode<Body>(message) : void()), ...);
 }
 
 struct Cut {
@@ -109,7 +104,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         FUZZ_CHECK(a.type() == b.type() && a.header.requestId == b.header.requestId);
         FUZZ_CHECK(a.header.status == b.header.status && a.payload == b.payload);
         FUZZ_CHECK(a.payload.size() == a.header.length);
-        decodeAsEvery(a, AllPayloadTypes {});
+        decodeAsOne(a, AllPayloadTypes {});
     }
     return 0;
 }

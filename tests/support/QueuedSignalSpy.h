@@ -1,5 +1,7 @@
 #pragma once
 
+#include "HandOffFence.h"
+
 #include <QSignalSpy>
 
 // A QSignalSpy that receives on its own thread. The worker emits from its thread; the plain
@@ -14,6 +16,7 @@ public:
         const int signalIndex = QMetaMethod::fromSignal(signal).methodIndex();
         const int member = QObject::staticMetaObject.methodCount();
         QMetaObject::disconnect(sender, signalIndex, this, member);
+        HandOffFence::watch(sender, signalIndex);
         m_connected = QMetaObject::connect(sender, signalIndex, this, member, Qt::QueuedConnection);
     }
 

@@ -1,5 +1,7 @@
 #include "SignalRecorder.h"
 
+#include "HandOffFence.h"
+
 SignalRecorder::SignalRecorder(QObject* sender, const QMetaObject& declaring)
 {
     const int member = QObject::staticMetaObject.methodCount();
@@ -7,6 +9,7 @@ SignalRecorder::SignalRecorder(QObject* sender, const QMetaObject& declaring)
         const QMetaMethod method = declaring.method(i);
         if (method.methodType() != QMetaMethod::Signal)
             continue;
+        HandOffFence::watch(sender, i);
         QMetaObject::connect(sender, i, this, member + m_signals.size(), Qt::QueuedConnection);
         m_signals.append(method);
     }
