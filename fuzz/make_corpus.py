@@ -82,6 +82,8 @@ def config_corpus():
     write("fuzz_config_files", "ini", bytes([INI]) + b"[info]\ntype=1\nip= 127.0.0.2 \nport=28000\n"
           b"username=YWRtaW4=\npassword=eA==\nis_software_project=false\n[bannerinfo]\nmessage=Hello\n"
           b"direction=1\nspeed=2\nfontPercent=50\nfontColor=#ff0000\nbackColor=#000000\nx=0\ny=0\nw=100\nh=10\n")
+    # A colour with alpha, which a hand edit can put in the file (found by the fuzzer).
+    write("fuzz_config_files", "ini_colour_with_alpha", bytes([INI]) + b"[bannerinfo]\nfontColor=#80ff0000\nbackColor=#00000000\n")
     write("fuzz_config_files", "error_table", bytes([ERROR_TABLE]) + struct.pack("<i", 1)
           + b'<?xml version="1.0"?><ErrorCodes><ErrorCode CodeValue="1" ErrorDescripZH="one"/>'
           b'<Other CodeValue="2" ErrorDescripZH="two"/></ErrorCodes>')

@@ -103,6 +103,18 @@ void TvWallIni::writeProjection(const Projection& projection)
     ini->setValue(QStringLiteral("hardware_project_dev_pwd"), projection.devPwd);
 }
 
+// The file holds a colour as "#rrggbb", so what is read from it is opaque; an "#aarrggbb" edited
+// in by hand would otherwise paint the banner on the canvas translucent, or not at all.
+static QColor opaqueColor(const QString& text)
+{
+    QColor color;
+    if (!text.isEmpty())
+        color = QColor(text);
+    if (color.isValid())
+        color.setAlpha(255);
+    return color;
+}
+
 TvWallIni::Banner TvWallIni::readBanner()
 {
     IniGroup ini(kBanner, false);
@@ -111,12 +123,8 @@ TvWallIni::Banner TvWallIni::readBanner()
     banner.direction = ini->value(QStringLiteral("direction"), 0).toInt();
     banner.speed = ini->value(QStringLiteral("speed"), 0).toInt();
     banner.fontPercent = ini->value(QStringLiteral("fontPercent"), 0).toInt();
-    const QString fontColor = ini->value(QStringLiteral("fontColor")).toString();
-    const QString backColor = ini->value(QStringLiteral("backColor")).toString();
-    if (!fontColor.isEmpty())
-        banner.fontColor = QColor(fontColor);
-    if (!backColor.isEmpty())
-        banner.backColor = QColor(backColor);
+    banner.fontColor = opaqueColor(ini->value(QStringLiteral("fontColor")).toString());
+    banner.backColor = opaqueColor(ini->value(QStringLiteral("backColor")).toString());
     banner.x = ini->value(QStringLiteral("x"), 0).toInt();
     banner.y = ini->value(QStringLiteral("y"), 0).toInt();
     banner.w = ini->value(QStringLiteral("w"), 0).toInt();
