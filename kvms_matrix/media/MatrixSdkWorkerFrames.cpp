@@ -21,6 +21,8 @@ namespace kvms_matrix {
 namespace {
 
 constexpr int kCaptureSendTimeoutMs = 60;
+// A still picture travels as one frame; far below the largest message the decoder accepts.
+constexpr qint64 kMaxPictureFileBytes = 16 * 1024 * 1024;
 
 // A still picture: video block with codec 4 at one frame a second, an empty audio block.
 KavStreamInfo pictureStream(int width, int height)
@@ -91,7 +93,17 @@ int MatrixSdkWorker::sendDeviceDisplayFrame(
     QFile file(device->mainUrl);
     if (!file.open(QIODevice::ReadOnly))
         return -1;
-    const QByteArray bytes = file.readAll();
+    // The file is read whole on the worker. A still picture is a few hundred kilobytes; a huge
+    // file (a wrong one chosen, a device node) is refused before it is loaded.
+    if (file.size() > kMaxPictureFileBytes) {
+        SdkCallLog::line(
+            QStringLiteral("{ funcName = sendDeviceDisplayFrame , file = %1 , size = %2 , refused: over %3 bytes }")
+                .arg(device->mainUrl)
+                .arg(file.size())
+                .arg(kMaxPictureFileBytes));
+        return -1;
+    }
+    const QByteArray bytes = file.read(kMaxPictureFileBytes);
     const QImage image = QImage::fromData(bytes);
     KavFrame frame {};
     frame.type = KAV_TYPE_KEY;
