@@ -97,19 +97,6 @@ private slots:
             QCOMPARE(player.kinds, (QList<int> { 1, 2 }));
     }
 
-    void descriptionWithoutDecoder()
-    {
-        RecordingPlayer player;
-        player.feed(CKawsPlayer::StreamInfo, description(0, 1280, 720, 30000, 1000));
-        QVERIFY(player.streamInfoReceived());
-        const VideoStreamInfo info = player.streamInfo();
-        QCOMPARE(info.codec, 128);
-        QCOMPARE(int(info.width), 1280);
-        QCOMPARE(info.frameRateNum, 30u);
-        player.feed(CKawsPlayer::StreamInfo, description(1, 1280, 720, 25, 0));
-        QCOMPARE(player.streamInfo().frameRateNum, 25u);
-    }
-
     void controls_data()
     {
         QTest::addColumn<QStringList>("actions");

@@ -19,11 +19,8 @@ private slots:
     void init();
     void menuSendsTheCodeOfEachEntry_data();
     void menuSendsTheCodeOfEachEntry();
-    void menuShowsEntriesByWindowKind();
     void divisionLeavesFullDisplayFirst();
     void keysClearAndLeaveFull();
-    void dragAcrossCellsJoinsThem_data();
-    void dragAcrossCellsJoinsThem();
 };
 
 // The scene and loop rows.
@@ -33,7 +30,6 @@ class ListItemTest : public QObject {
 private slots:
     void renameKeys_data();
     void renameKeys();
-    void loopRowAsksForItsDialogAndDragsItsId();
 };
 
 // The page against one virtual decoder: what the operator does ends on the decoder.

@@ -10,7 +10,6 @@
 
 #include <QAction>
 #include <QMenu>
-#include <QRubberBand>
 #include <QSignalSpy>
 
 using namespace kvms_matrix;
@@ -169,29 +168,6 @@ void CanvasActionsTest::menuSendsTheCodeOfEachEntry()
     QCOMPARE(args(spy.first()), sent);
 }
 
-void CanvasActionsTest::menuShowsEntriesByWindowKind()
-{
-    ControlMatrixWt canvas;
-    QVERIFY(showFilled(canvas, true));
-    const auto shown = [&](int windowId, int windowType) {
-        QMenu* menu = openMenu(canvas, pointIn(canvas, windowId, windowType));
-        QStringList texts;
-        for (QAction* a : menu ? menu->actions() : QList<QAction*>())
-            if (a->isVisible())
-                texts.append(a->text());
-        if (menu)
-            menu->hide();
-        return texts;
-    };
-    const QStringList empty = shown(2, 0);
-    for (const char* needsSource : { "window clear", "HD", "open voice", "playback", "unjoin", "fullScreen" })
-        QVERIFY2(!empty.contains(QLatin1String(needsSource)), needsSource);
-    QVERIFY(empty.contains(QStringLiteral("set background")));
-    const QStringList spliced = shown(3, 1);
-    QVERIFY(spliced.contains(QStringLiteral("unjoin")) && spliced.contains(QStringLiteral("16")));
-    QVERIFY(!shown(1, 0).contains(QStringLiteral("unjoin")));
-}
-
 void CanvasActionsTest::divisionLeavesFullDisplayFirst()
 {
     ControlMatrixWt canvas;
@@ -225,58 +201,4 @@ void CanvasActionsTest::keysClearAndLeaveFull()
     QCOMPARE(spy.count(), 2);
     QCOMPARE(args(spy.at(0)), QList<int>({ 1, 2, 0, 2, 0 }));
     QCOMPARE(args(spy.at(1)), QList<int>({ 1, 2, 0, 12, 0 }));
-}
-
-void CanvasActionsTest::dragAcrossCellsJoinsThem_data()
-{
-    QTest::addColumn<int>("from");
-    QTest::addColumn<int>("to");
-    QTest::addColumn<bool>("shift");
-    QTest::addColumn<QList<int>>("cells"); // empty: refused
-    QTest::addColumn<QRect>("rect");
-    QTest::newRow("top row") << 1 << 2 << false << QList<int> { 1, 2 } << QRect(0, 0, 2 * kHalf, kHalf);
-    QTest::newRow("whole wall") << 1 << 4 << false << QList<int> { 1, 2, 3, 4 } << QRect(0, 0, 2 * kHalf, 2 * kHalf);
-    QTest::newRow("upwards") << 4 << 2 << false << QList<int> { 2, 4 } << QRect(kHalf, 0, kHalf, 2 * kHalf);
-    QTest::newRow("shift click") << 1 << 3 << true << QList<int> { 1, 3 } << QRect(0, 0, kHalf, 2 * kHalf);
-    QTest::newRow("inside one cell") << 2 << 2 << false << QList<int> {} << QRect();
-}
-
-void CanvasActionsTest::dragAcrossCellsJoinsThem()
-{
-    QFETCH(int, from);
-    QFETCH(int, to);
-    QFETCH(bool, shift);
-    QFETCH(QList<int>, cells);
-    QFETCH(QRect, rect);
-    ControlMatrixWt canvas;
-    QVERIFY(showFilled(canvas, false));
-    QSignalSpy joined(&canvas, &ControlMatrixWt::signalJoinWindows);
-    const QPoint a = pointIn(canvas, from, 0);
-    QPoint b = pointIn(canvas, to, 0);
-    if (from == to)
-        b += QPoint(40, 20);
-    if (shift) {
-        QTest::mouseClick(&canvas, Qt::LeftButton, {}, a);
-        QTest::mouseClick(&canvas, Qt::LeftButton, Qt::ShiftModifier, b);
-    } else {
-        QTest::mousePress(&canvas, Qt::LeftButton, {}, a);
-        QMouseEvent move(QEvent::MouseMove, b, canvas.mapToGlobal(b), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(&canvas, &move);
-        QVERIFY(canvas.rubberBand() && canvas.rubberBand()->isVisible());
-        QTest::mouseRelease(&canvas, Qt::LeftButton, {}, b);
-    }
-    if (cells.isEmpty()) {
-        QCOMPARE(joined.count(), 0);
-        QCOMPARE(actionstest::messages().size(), 1);
-        return;
-    }
-    QCOMPARE(joined.count(), 1);
-    const MatrixWindowInfo w = joined.first().first().value<MatrixWindowInfo>();
-    QList<int> ids;
-    for (const MatrixCellInfo& cell : w.cells)
-        ids.append(cell.cellId);
-    QCOMPARE(ids, cells);
-    QCOMPARE(w.windowType, 1);
-    QCOMPARE(w.windowId, cells.first());
-    QCOMPARE(QRect(w.x, w.y, w.w, w.h), rect);
 }

@@ -6,7 +6,6 @@
 
 #include <QLabel>
 #include <QLineEdit>
-#include <QMimeData>
 #include <QPushButton>
 #include <QSignalSpy>
 
@@ -52,22 +51,4 @@ void ListItemTest::renameKeys()
     QCOMPARE(item.nameLabel()->isVisible(), finished);
     if (finished)
         QCOMPARE(renamed.first().mid(1), QList<QVariant>({ QStringLiteral("Day"), text }));
-}
-
-void ListItemTest::loopRowAsksForItsDialogAndDragsItsId()
-{
-    MatrixListItem item(
-        12, QStringLiteral("Entrances"), QStringLiteral(":/matrix_images/images/matrix_tuining.png"), false);
-    item.setIdList({ QStringLiteral("CAM0001&1"), QStringLiteral("CAM0002&1") });
-    item.resize(220, 28);
-    item.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&item));
-    QSignalSpy edit(&item, &MatrixListItem::signalEditItemClicked);
-    QTest::mouseClick(item.editButton(), Qt::LeftButton);
-    QCOMPARE(edit.count(), 1);
-    QCOMPARE(edit.first().at(1).toStringList(), item.idList());
-    QVERIFY(!item.nameEdit()->isVisible());
-    const QScopedPointer<QMimeData> data(item.dragData());
-    QCOMPARE(data->formats(), QStringList { QStringLiteral("matrixlistitem") });
-    QCOMPARE(data->data(QStringLiteral("matrixlistitem")), QByteArray("12"));
 }

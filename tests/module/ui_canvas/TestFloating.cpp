@@ -1,6 +1,6 @@
 #include "CanvasFixture.h"
-#include "SystemAssistant.h"
 #include "SuiteMain.h"
+#include "SystemAssistant.h"
 
 #include "ControlMatrixWt.h"
 #include "FloatingGeometry.h"
@@ -11,7 +11,6 @@
 
 #include "KSingleton.h"
 
-#include <QMimeData>
 #include <QtTest>
 
 using namespace kvms_matrix;
@@ -30,8 +29,6 @@ private slots:
     void dragFloating_data();
     void dragFloating();
     void resizeFloating();
-    void dropOnFloating_data();
-    void dropOnFloating();
 };
 
 namespace {
@@ -152,41 +149,6 @@ void TestFloating::resizeFloating()
     QTest::mouseClick(&canvas, Qt::LeftButton, {}, QPoint(20, 300));
     QVERIFY(!frame->isVisible());
     QCOMPARE(canvas.currentWindowId(), 3);
-}
-
-void TestFloating::dropOnFloating_data()
-{
-    QTest::addColumn<QString>("format");
-    QTest::addColumn<QVariantList>("source");
-    QTest::addColumn<QVariantList>("loop");
-    // A source lands on the floating window itself; a loop item goes on to the canvas below,
-    // which finds the floating window at the point.
-    QTest::newRow("source") << QStringLiteral("application/x-qabstractitemmodeldatalist") << QVariantList { 5, -1, 2 }
-                            << QVariantList {};
-    QTest::newRow("loop item") << QStringLiteral("matrixlistitem") << QVariantList {} << QVariantList { 5, -1, 2, 7 };
-}
-
-void TestFloating::dropOnFloating()
-{
-    QFETCH(QString, format);
-    QFETCH(QVariantList, source);
-    QFETCH(QVariantList, loop);
-    ControlMatrixWt canvas;
-    floatingWall(canvas);
-    FloatingWt* floating = canvas.floatingWt(5);
-    QSignalSpy sourceDrops(&canvas, &ControlMatrixWt::signalVideoPanelDropEvent);
-    QSignalSpy loopDrops(&canvas, &ControlMatrixWt::signalLoopListDropEvent);
-
-    QMimeData data;
-    data.setData(format, "7");
-    const QPoint at(40, 40);
-    QDragEnterEvent enter(at, Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(floating, &enter);
-    QVERIFY(enter.isAccepted());
-    QDropEvent drop(at, Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(floating, &drop);
-    QCOMPARE(sourceDrops.isEmpty() ? QVariantList {} : sourceDrops.first(), source);
-    QCOMPARE(loopDrops.isEmpty() ? QVariantList {} : loopDrops.first(), loop);
 }
 
 KVMS_TEST_CLASS(TestFloating)
