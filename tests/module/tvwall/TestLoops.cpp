@@ -56,7 +56,6 @@ private slots:
     void savingALoop();
     void protocolNames_data();
     void protocolNames();
-    void listSkipsEmptySources();
 };
 
 void TestLoops::savingALoop_data()
@@ -131,24 +130,6 @@ void TestLoops::protocolNames()
     QCOMPARE(QByteArray(record.name), QByteArray(99, 'N'));
     QCOMPARE(QByteArrayList({ record.ip, record.mainUrl }), QByteArrayList({ "127.0.0.9", "rtsp://127.0.0.9/0" }));
     QCOMPARE(QList<int>({ record.channel, record.stream, record.port }), QList<int>({ 3, 1, 554 }));
-}
-
-void TestLoops::listSkipsEmptySources()
-{
-    const Handle h = decoderOn();
-    QVERIFY(h);
-    QCOMPARE(createScheme(2, "two", { "Cam-1", "", "Cam-3" }), CMATRIX_OK);
-    QCOMPARE(createScheme(5, "five", { "Cam-5" }), CMATRIX_OK);
-
-    QueuedSignalSpy listed(worker(), &MatrixSdkWorker::signalGetLoopInfoResult);
-    worker()->getLoopInfo(h);
-    QVERIFY(listed.wait(scaled(5000)));
-    const auto loops = listed.at(0).at(0).value<QList<MatrixLoopInfo>>();
-    QCOMPARE(loops.size(), 2);
-    const MatrixLoopInfo& two = loops.at(0);
-    QCOMPARE(QVariantList({ two.loopId, two.loopName, two.loopInterval, two.devices.size(), loops.at(1).loopId }),
-        QVariantList({ 2, "two", 1, 2, 5 }));
-    QCOMPARE(QVariantList({ two.devices.at(1).deviceId, two.devices.at(1).channel }), QVariantList({ "Cam-3", 3 }));
 }
 
 KVMS_TEST_CLASS(TestLoops)

@@ -23,15 +23,6 @@ private slots:
     void keysClearAndLeaveFull();
 };
 
-// The scene and loop rows.
-class ListItemTest : public QObject {
-    Q_OBJECT
-
-private slots:
-    void renameKeys_data();
-    void renameKeys();
-};
-
 // The page against one virtual decoder: what the operator does ends on the decoder.
 class PageActionsTest : public QObject {
     Q_OBJECT

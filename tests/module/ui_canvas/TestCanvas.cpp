@@ -20,8 +20,6 @@ private slots:
     }
     void cleanup() { SystemAssistant::setMessageSink({}); }
     void fullSubWindow();
-    void bannerPlacement_data();
-    void bannerPlacement();
     void splicedReplacesCells();
     void hostileWallIsBounded();
 };
@@ -51,37 +49,6 @@ void TestCanvas::fullSubWindow()
     QCOMPARE(canvas.fullSubWindowIndex(5, 0), -1);
     QCOMPARE(panelOf(canvas, 5, 3, 0)->geometry(), QRect(320, 281, 157, 75));
     QVERIFY(panelOf(canvas, 5, 1, 0)->isVisible());
-}
-
-void TestCanvas::bannerPlacement_data()
-{
-    QTest::addColumn<QRect>("banner");
-    QTest::addColumn<QRect>("expected");
-    QTest::addColumn<bool>("shown");
-    // 801 x 451, T = 20: x 8192 x 801 / 32768 = 200, w 400, h 2048 x 451 / 32768 = 28.
-    QTest::newRow("y is always T") << QRect(8192, 20000, 16384, 2048) << QRect(200, 20, 400, 28) << true;
-    QTest::newRow("at the top") << QRect(0, 0, 32768, 4096) << QRect(0, 20, 801, 56) << true;
-    QTest::newRow("width 0 hides") << QRect(8192, 0, 0, 2048) << QRect() << false;
-}
-
-void TestCanvas::bannerPlacement()
-{
-    QFETCH(QRect, banner);
-    QFETCH(QRect, expected);
-    QFETCH(bool, shown);
-    ControlMatrixWt canvas;
-    canvastest::showCanvas(canvas, QSize(801, 451));
-    canvas.setWindowInfoList(canvastest::cellWall(3, 3), 3, 3);
-    MatrixBannerInfo info;
-    info.message = QStringLiteral("Evacuation drill at 14:00");
-    info.x = banner.x();
-    info.y = banner.y();
-    info.w = banner.width();
-    info.h = banner.height();
-    canvas.setBannerInfo(info);
-    QCOMPARE(canvas.bannerWidget()->isVisible(), shown);
-    if (shown)
-        QCOMPARE(canvas.bannerWidget()->geometry(), expected);
 }
 
 void TestCanvas::splicedReplacesCells()

@@ -25,7 +25,6 @@ private slots:
         SystemAssistant::setMessageSink([](const QString&) {});
     }
     void cleanup() { SystemAssistant::setMessageSink({}); }
-    void createFloating();
     void dragFloating_data();
     void dragFloating();
     void resizeFloating();
@@ -56,30 +55,6 @@ void checkFrame(const FloatingWt* floating)
 }
 
 } // namespace
-
-void TestFloating::createFloating()
-{
-    QStringList messages;
-    SystemAssistant::setMessageSink([&messages](const QString& text) { messages.append(text); });
-    ControlMatrixWt canvas;
-    canvastest::showCanvas(canvas, QSize(1024, 512));
-    canvas.setWindowInfoList(canvastest::cellWall(2, 2), 2, 2);
-    QSignalSpy created(&canvas, &ControlMatrixWt::signalCreateFloatingWindow);
-
-    canvas.createFloatingWindow();
-    QCOMPARE(created.count(), 1);
-    const auto window = created.first().first().value<MatrixWindowInfo>();
-    QCOMPARE(QRect(window.x, window.y, window.w, window.h), QRect(8192, 8192, 16384, 16384));
-    QCOMPARE(window.windowId, 5); // above the four cells' ids
-    QCOMPARE(window.cells.size(), 4);
-
-    canvas.setWindowInfo(window);
-    QVERIFY(canvas.floatingWt(5));
-    QCOMPARE(canvas.floatingWt(5)->geometry(), QRect(256, 128, 512, 256));
-    canvas.createFloatingWindow();
-    QCOMPARE(created.count(), 1);
-    QTRY_COMPARE(messages, QStringList { QStringLiteral("Only one roaming window at most") });
-}
 
 void TestFloating::dragFloating_data()
 {

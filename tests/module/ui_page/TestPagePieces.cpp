@@ -1,5 +1,5 @@
-// The parts of the page: how a wall's cells are shared out, the source pane, the login dialog
-// and the host's catalogue.
+// The parts of the page: how a wall's cells are shared out, the login dialog and the host's
+// catalogue.
 #include "PageRig.h"
 #include "SuiteMain.h"
 #include "TestTimeout.h"
@@ -8,7 +8,6 @@
 #include "LoginDlg.h"
 #include "MainMatrixForm.h"
 #include "MatrixForm.h"
-#include "SourcePane.h"
 #include "WallConfigStore.h"
 
 #include "DevsMgrData.h"
@@ -18,7 +17,6 @@
 
 #include <QLineEdit>
 #include <QPushButton>
-#include <QTreeWidget>
 #include <QtTest>
 
 using namespace kvms_matrix;
@@ -33,7 +31,6 @@ private slots:
     void cleanupTestCase() { tearDown(); }
     void layoutSharesTheCells_data();
     void layoutSharesTheCells();
-    void filterKeepsMatchesAndTheirParents();
     void failedLoginFromTheDialogIsTold();
     void catalogueGivesStreams();
 };
@@ -106,19 +103,6 @@ void TestPagePieces::layoutSharesTheCells()
     }
     QCOMPARE(gotCounts, numbers(counts));
     QCOMPARE(gotLocations, numbers(locations));
-}
-
-void TestPagePieces::filterKeepsMatchesAndTheirParents()
-{
-    QVERIFY(KCOMMON::KSingleton<DevsMgrData>::instance()->loadFromJson(kCatalogue));
-    SourcePane pane;
-    QTest::keyClicks(pane.filterEdit(), QStringLiteral("LOB"));
-    QTreeWidget* tree = pane.deviceTree();
-    QCOMPARE(QList<bool>({ tree->topLevelItem(0)->isHidden(), tree->topLevelItem(0)->child(0)->isHidden(),
-                 tree->topLevelItem(1)->isHidden() }),
-        QList<bool>({ false, false, true }));
-    pane.filterEdit()->clear();
-    QVERIFY(!tree->topLevelItem(1)->isHidden() && !tree->topLevelItem(1)->child(0)->isHidden());
 }
 
 void TestPagePieces::failedLoginFromTheDialogIsTold()
