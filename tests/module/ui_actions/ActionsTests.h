@@ -11,7 +11,7 @@ namespace vdec {
 class VirtualDecoder;
 }
 
-// The canvas's menu, keys and joins on a canvas given crafted windows (no decoder).
+// The canvas's menu and keys on a canvas given crafted windows (no decoder).
 class CanvasActionsTest : public QObject {
     Q_OBJECT
 

@@ -1,5 +1,6 @@
-// The canvas's context menu, keys, joins and drops, on crafted windows.
+// The canvas's context menu and keys, on crafted windows.
 #include "ActionsTests.h"
+#include "CanvasFixture.h"
 #include "TestMain.h"
 
 #include "CanvasMenu.h"
@@ -16,55 +17,21 @@ using namespace kvms_matrix;
 
 namespace {
 
-constexpr int kHalf = 32768 / 2;
-
-MatrixWindowInfo window(int id, int type, int x, int y, int w, int h, int division, bool camera)
-{
-    MatrixWindowInfo win;
-    win.windowId = id;
-    win.windowType = type;
-    win.x = x;
-    win.y = y;
-    win.w = w;
-    win.h = h;
-    win.division = division;
-    for (int i = 0; i < division; ++i) {
-        MatrixSubWindowInfo sub;
-        sub.subWindowId = i + 1;
-        sub.subWindowIndex = i;
-        if (camera && i == 0) {
-            sub.device.deviceType = 1;
-            sub.device.deviceId = QStringLiteral("CAM0001&1");
-            sub.device.deviceName = QStringLiteral("Lobby");
-        }
-        win.subWindows.append(sub);
-    }
-    return win;
-}
-
 // A 2 x 2 wall: window 1 divided in 4 with a camera in its first sub-window, window 2 empty,
-// and the bottom row spliced into window 3 with a camera; or four free cells.
-void fill(ControlMatrixWt& canvas, bool spliced)
+// and the bottom row spliced into window 3 with a camera.
+bool showFilled(ControlMatrixWt& canvas)
 {
-    QList<MatrixWindowInfo> windows { window(1, 0, 0, 0, kHalf, kHalf, 4, true),
-        window(2, 0, kHalf, 0, kHalf, kHalf, 1, false) };
-    if (spliced) {
-        MatrixWindowInfo joined = window(3, 1, 0, kHalf, 2 * kHalf, kHalf, 1, true);
-        joined.spanCols = 2;
-        joined.cells = { { 3, 0, 0 }, { 4, 0, 1 } };
-        windows.append(joined);
-    } else {
-        windows.append(window(3, 0, 0, kHalf, kHalf, kHalf, 1, false));
-        windows.append(window(4, 0, kHalf, kHalf, kHalf, kHalf, 1, false));
+    QList<MatrixWindowInfo> windows { canvastest::cellWindow(1, 2, 2, 4), canvastest::cellWindow(2, 2, 2),
+        canvastest::splicedWindow(3, 1, 2, 2, 2, 1) };
+    for (int k : { 0, 2 }) {
+        MatrixDeviceInfo& camera = windows[k].subWindows[0].device;
+        camera.deviceType = 1;
+        camera.deviceId = QStringLiteral("CAM0001&1");
+        camera.deviceName = QStringLiteral("Lobby");
     }
-    canvas.setWindowInfoList(windows, 2, 2);
-}
-
-bool showFilled(ControlMatrixWt& canvas, bool spliced)
-{
     canvas.resize(800, 450);
     canvas.show();
-    fill(canvas, spliced);
+    canvas.setWindowInfoList(windows, 2, 2);
     return QTest::qWaitForWindowExposed(&canvas);
 }
 
@@ -158,7 +125,7 @@ void CanvasActionsTest::menuSendsTheCodeOfEachEntry()
     QFETCH(QString, text);
     QFETCH(QList<int>, sent);
     ControlMatrixWt canvas;
-    QVERIFY(showFilled(canvas, true));
+    QVERIFY(showFilled(canvas));
     QSignalSpy spy(KCOMMON::KSingleton<MatrixSignals>::instance(), &MatrixSignals::signalRightMemuClicked);
     QMenu* menu = openMenu(canvas, pointIn(canvas, windowId, windowType));
     QVERIFY(menu);
@@ -171,7 +138,7 @@ void CanvasActionsTest::menuSendsTheCodeOfEachEntry()
 void CanvasActionsTest::divisionLeavesFullDisplayFirst()
 {
     ControlMatrixWt canvas;
-    QVERIFY(showFilled(canvas, true));
+    QVERIFY(showFilled(canvas));
     canvas.toggleFullSubWindow(1, 3);
     QSignalSpy spy(KCOMMON::KSingleton<MatrixSignals>::instance(), &MatrixSignals::signalRightMemuClicked);
     QMenu* menu = openMenu(canvas, canvas.panel(ControlMatrixWt::panelKey(1, 3, 0))->geometry().center());
@@ -187,7 +154,7 @@ void CanvasActionsTest::divisionLeavesFullDisplayFirst()
 void CanvasActionsTest::keysClearAndLeaveFull()
 {
     ControlMatrixWt canvas;
-    QVERIFY(showFilled(canvas, true));
+    QVERIFY(showFilled(canvas));
     QSignalSpy spy(KCOMMON::KSingleton<MatrixSignals>::instance(), &MatrixSignals::signalRightMemuClicked);
     QTest::keyClick(&canvas, Qt::Key_Delete);
     QCOMPARE(spy.count(), 0);
