@@ -89,15 +89,15 @@ class TestDesktop : public QObject {
         QVERIFY(near(picture.pixelColor(kPointer + QPoint(-6, 9)), PatternWindow::kTopLeft));
         QVERIFY(near(picture.pixelColor(kPointer + QPoint(4, -6)), PatternWindow::kTopLeft));
 
-        // Stopped, nothing more arrives.
+        // Stopped, nothing more arrives: a capture started later for another sub-window gets
+        // several rounds in while this one gets none.
         MatrixSdkWorker* w = CaptureRig::worker();
         w->stopCaptureThread();
         QVERIFY(!w->captureThread()->isRunning());
         const quint64 frames = framesOf(d, 1, 2);
-        const int calls = SdkCallTap::count();
-        QTest::qWait(scaled(400)); // ten rounds' worth
+        w->startCaptureThread(h, 1, 3);
+        QTRY_VERIFY_WITH_TIMEOUT(framesOf(d, 1, 3) >= 3, scaled(5000));
         QCOMPARE(framesOf(d, 1, 2), frames);
-        QCOMPARE(SdkCallTap::count(), calls);
     }
 
     CaptureRig rig_;

@@ -20,7 +20,6 @@ class TestRecordsAndErrors : public QObject, public FilesRig {
 private slots:
     void init() { QVERIFY(enter()); }
     void cleanup() { leave(); }
-    void copiesShareTheConnection();
     void errorTable_data();
     void errorTable();
     void shippedErrorTableMatchesSdk();
@@ -29,24 +28,6 @@ private slots:
     void callLog_data();
     void callLog();
 };
-
-void TestRecordsAndErrors::copiesShareTheConnection()
-{
-    const CMHANDLE sdkHandle = CMatrix_Create();
-    QVERIFY(sdkHandle);
-    auto copy = std::make_unique<MatrixInfo>();
-    {
-        MatrixInfo original;
-        original.connection.reset(new CSharedHandle(sdkHandle));
-        *copy = original;
-    }
-    // The copy still holds the connection: the SDK handle is alive.
-    QCOMPARE(CMatrix_SetTimeout(sdkHandle, 1000), CMATRIX_OK);
-    QCOMPARE(copy->connection->handle(), sdkHandle);
-    copy.reset();
-    // The last holder is gone: the SDK connection was destroyed with it.
-    QCOMPARE(CMatrix_SetTimeout(sdkHandle, 1000), CMATRIX_ERR_INVALID_HANDLE);
-}
 
 void TestRecordsAndErrors::errorTable_data()
 {

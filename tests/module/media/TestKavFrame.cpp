@@ -254,55 +254,6 @@ private slots:
         QCOMPARE(KavUnpackFrame(out.data(), 25, &f, &i), 8);
     }
 
-    void roundTrip_data()
-    {
-        QTest::addColumn<unsigned>("type");
-        QTest::addColumn<unsigned>("num");
-        QTest::addColumn<unsigned>("den");
-        QTest::addColumn<int>("offset");
-        QTest::addColumn<unsigned>("flags");
-        QTest::addColumn<unsigned>("readNum");
-        QTest::newRow("250 at 25/1") << 250u << 25u << 1u << 32 << 3u << 25000u;
-        QTest::newRow("250 at 30000/1001") << 250u << 30000u << 1001u << 32 << 3u << 29970u;
-        QTest::newRow("249") << 249u << 25u << 1u << 23 << 2u << 0u;
-        QTest::newRow("251") << 251u << 25u << 1u << 17 << 0u << 0u;
-    }
-
-    void roundTrip()
-    {
-        QFETCH(unsigned, type);
-        QFETCH(int, offset);
-        QFETCH(unsigned, flags);
-        const Bytes payload = payloadOf(500);
-        const KavFrame in { type, payload.data(), 500, 0xF00DFACE12345678ull };
-        QFETCH(unsigned, num);
-        QFETCH(unsigned, den);
-        QFETCH(unsigned, readNum);
-        KavStreamInfo info = streamInfo(KAV_STREAM_VIDEO | KAV_STREAM_AUDIO, num, den, 704, 576);
-        info.videoCodec = 4;
-        info.audioA = 1, info.audioB = 2, info.audioC = 3, info.audioD = 4;
-        Bytes wire(532);
-        const int length = KavPackFrame(&in, &info, wire.data(), int(wire.size()));
-        QCOMPARE(length, offset + 500);
-
-        KavFrame out;
-        KavStreamInfo read;
-        std::memset(&out, 0xFF, sizeof out);
-        std::memset(&read, 0xFF, sizeof read);
-        QCOMPARE(KavUnpackFrame(wire.data(), length, &out, &read), 500);
-        QCOMPARE(out.type, type);
-        QCOMPARE(out.data, static_cast<const unsigned char*>(wire.data() + offset));
-        QCOMPARE(out.size, 500u);
-        QCOMPARE(out.timestamp, 0xF00DFACE12345678ull);
-        QCOMPARE(read.flags, flags);
-        QCOMPARE(read.frameRateNum, readNum);
-        QCOMPARE(read.frameRateDen, flags & KAV_STREAM_VIDEO ? 1000u : 0u);
-        QCOMPARE(int(read.width), flags & KAV_STREAM_VIDEO ? 704 : 0);
-        QCOMPARE(int(read.height), flags & KAV_STREAM_VIDEO ? 576 : 0);
-        QCOMPARE(read.videoCodec, flags & KAV_STREAM_VIDEO ? 4u : 0u);
-        QCOMPARE(read.audioC, flags & KAV_STREAM_AUDIO ? 3u : 0u);
-    }
-
     void audioBytesCrossed()
     {
         const Bytes payload = payloadOf(4);

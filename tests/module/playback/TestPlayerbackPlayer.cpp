@@ -1,5 +1,5 @@
-// The replay player's own rules: where a picture goes, what it drops, and which controls reach
-// the client library.
+// The replay player's own rules: which controls reach the client library, and what its stream's
+// events do.
 #include "MatrixSignals.h"
 #include "PlayerbackPlayer.h"
 #include "SuiteMain.h"
@@ -16,25 +16,9 @@ namespace {
 
 // Keeps what would go to the decoder instead of sending it.
 class RecordingPlayer : public PlayerbackPlayer {
-public:
-    QList<int> windows;
-    QList<int> kinds;
-    void feed(int type, QByteArray data) { frameDataCallback(type, data.data(), data.size()); }
-
 protected:
-    int sendFrame(int windowId, VideoStreamInfo*, char*, int, int kind) override
-    {
-        windows.append(windowId);
-        kinds.append(kind);
-        return 0;
-    }
+    int sendFrame(int, VideoStreamInfo*, char*, int, int) override { return 0; }
 };
-
-QByteArray description(quint32 codec, quint32 width, quint32 height, quint32 num, quint32 den)
-{
-    const quint32 v[6] = { codec, width, height, num, den, 3 };
-    return QByteArray(reinterpret_cast<const char*>(v), sizeof v);
-}
 
 vms_sdk::PlaybackByTimeCondition span()
 {
@@ -63,52 +47,6 @@ private slots:
         vms_sdk::set_recording_locator([](const vms_sdk::PlaybackByTimeCondition&) { return QString(); });
     }
     void init() { vms_sdk::PlaybackRecorder::instance()->clear(); }
-
-    void picturesGoToTheKeyedWindow_data()
-    {
-        QTest::addColumn<QString>("key");
-        QTest::addColumn<bool>("connected");
-        QTest::addColumn<bool>("described");
-        QTest::addColumn<QList<int>>("sentTo");
-        const QString key12 = QStringLiteral("windowid:12~subwindowid:0~windowtype:1");
-        QTest::newRow("window 12") << key12 << true << true << QList<int> { 12, 12 };
-        QTest::newRow("one separator") << QStringLiteral("windowid:12~subwindowid:0") << true << true << QList<int> {};
-        QTest::newRow("no separator") << QStringLiteral("windowid:12") << true << true << QList<int> {};
-        QTest::newRow("before the description") << key12 << true << false << QList<int> {};
-        QTest::newRow("no decoder") << key12 << false << true << QList<int> {};
-    }
-    void picturesGoToTheKeyedWindow()
-    {
-        QFETCH(QString, key);
-        QFETCH(bool, connected);
-        QFETCH(bool, described);
-        QFETCH(QList<int>, sentTo);
-        RecordingPlayer player;
-        if (connected)
-            player.setTarget(QSharedPointer<CSharedHandle>::create(), 1, 1, 0, 3);
-        player.setWindowKey(key);
-        if (described)
-            player.feed(CKawsPlayer::StreamInfo, description(0, 640, 360, 25000, 1000));
-        player.feed(CKawsPlayer::KeyFrame, QByteArray("key picture"));
-        player.feed(CKawsPlayer::AudioFrame, QByteArray("audio"));
-        player.feed(CKawsPlayer::OtherFrame, QByteArray("picture"));
-        QCOMPARE(player.windows, sentTo);
-        if (!sentTo.isEmpty())
-            QCOMPARE(player.kinds, (QList<int> { 1, 2 }));
-    }
-
-    void descriptionWithoutDecoder()
-    {
-        RecordingPlayer player;
-        player.feed(CKawsPlayer::StreamInfo, description(0, 1280, 720, 30000, 1000));
-        QVERIFY(player.streamInfoReceived());
-        const VideoStreamInfo info = player.streamInfo();
-        QCOMPARE(info.codec, 128);
-        QCOMPARE(int(info.width), 1280);
-        QCOMPARE(info.frameRateNum, 30u);
-        player.feed(CKawsPlayer::StreamInfo, description(1, 1280, 720, 25, 0));
-        QCOMPARE(player.streamInfo().frameRateNum, 25u);
-    }
 
     void controls_data()
     {

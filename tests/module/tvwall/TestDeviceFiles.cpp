@@ -1,6 +1,6 @@
-// The decoder's own sources (HDMI input, USB files, streams by URL), its file list, screen
-// colours, audio output and HDMI connectors, through the worker. The page's end-to-end suite
-// drives the ordinary HDMI and USB cases from the menu; here: what the menu never sends.
+// The decoder's own sources (HDMI input, USB files, streams by URL) and its audio output, through
+// the worker. The page's end-to-end suite drives the ordinary HDMI and USB cases from the menu;
+// here: what the menu never sends.
 #include "WallRig.h"
 
 #include "QueuedSignalSpy.h"
@@ -35,31 +35,11 @@ private slots:
     void initTestCase() { QVERIFY(enterWorkDirectory()); }
     void cleanup() { QVERIFY(settle()); }
     void cleanupTestCase() { QVERIFY(leaveWorkDirectory()); }
-    void fileListLeavesOutSystemFolder();
     void playInWindow_data();
     void playInWindow();
     void audioOfOneSubWindow_data();
     void audioOfOneSubWindow();
 };
-
-void TestDeviceFiles::fileListLeavesOutSystemFolder()
-{
-    const Handle h = decoderOn();
-    QVERIFY(h);
-    QVERIFY(writeUsbFile(decoder_, QStringLiteral("b.mp4")) && writeUsbFile(decoder_, QStringLiteral("a.jpg")));
-    DevPlayFile_t* all = nullptr;
-    QCOMPARE(CMatrix_GetFileList(*sdk_, &all), 3); // the stick as the decoder lists it
-    CMatrix_Free(*sdk_, all);
-
-    QueuedSignalSpy listed(worker(), &MatrixSdkWorker::signalGetDevPlayFileResult);
-    worker()->getDevPlayFileList(h, 3, 2, 1);
-    QVERIFY(listed.wait(scaled(5000)));
-    QStringList names;
-    for (const DevPlayFile_t& f : listed.at(0).at(0).value<QList<DevPlayFile_t>>())
-        names.append(QString::fromUtf8(f.fileName));
-    QCOMPARE(names, QStringList({ "a.jpg", "b.mp4" }));
-    QCOMPARE(listed.at(0).mid(1), QVariantList({ 3, 2, 1 }));
-}
 
 void TestDeviceFiles::playInWindow_data()
 {
@@ -71,8 +51,8 @@ void TestDeviceFiles::playInWindow_data()
     QTest::addColumn<int>("deviceType");
     // The unit's first input is played, whichever the caller names.
     QTest::newRow("HDMI input 3 asked") << int(Hdmi) << 3 << "" << CMATRIX_OK << QByteArray("hdmiinput") << 6;
-    QTest::newRow("USB file, then stopped") << int(UsbFile) << 0 << "clip.mp4" << CMATRIX_OK
-                                            << QByteArray("usbfileplay") << 7;
+    QTest::newRow("USB file, then stopped")
+        << int(UsbFile) << 0 << "clip.mp4" << CMATRIX_OK << QByteArray("usbfileplay") << 7;
     QTest::newRow("missing USB file") << int(UsbFile) << 0 << "gone.mp4" << CMATRIX_ERR_FILE_NOT_FOUND << QByteArray()
                                       << 0;
     QTest::newRow("stream by URL") << int(Stream) << 0 << "rtsp://127.0.0.9/live" << CMATRIX_OK

@@ -1,5 +1,4 @@
-// Loops through the worker: ids, edits, the sources as the decoder stores them, starting and
-// stopping one.
+// Loops through the worker: ids, edits, the sources as the decoder stores them.
 #include "WallRig.h"
 
 #include "QueuedSignalSpy.h"
@@ -57,8 +56,6 @@ private slots:
     void savingALoop();
     void protocolNames_data();
     void protocolNames();
-    void listSkipsEmptySources();
-    void startedLoopStops();
 };
 
 void TestLoops::savingALoop_data()
@@ -133,58 +130,6 @@ void TestLoops::protocolNames()
     QCOMPARE(QByteArray(record.name), QByteArray(99, 'N'));
     QCOMPARE(QByteArrayList({ record.ip, record.mainUrl }), QByteArrayList({ "127.0.0.9", "rtsp://127.0.0.9/0" }));
     QCOMPARE(QList<int>({ record.channel, record.stream, record.port }), QList<int>({ 3, 1, 554 }));
-}
-
-void TestLoops::listSkipsEmptySources()
-{
-    const Handle h = decoderOn();
-    QVERIFY(h);
-    QCOMPARE(createScheme(2, "two", { "Cam-1", "", "Cam-3" }), CMATRIX_OK);
-    QCOMPARE(createScheme(5, "five", { "Cam-5" }), CMATRIX_OK);
-
-    QueuedSignalSpy listed(worker(), &MatrixSdkWorker::signalGetLoopInfoResult);
-    worker()->getLoopInfo(h);
-    QVERIFY(listed.wait(scaled(5000)));
-    const auto loops = listed.at(0).at(0).value<QList<MatrixLoopInfo>>();
-    QCOMPARE(loops.size(), 2);
-    const MatrixLoopInfo& two = loops.at(0);
-    QCOMPARE(QVariantList({ two.loopId, two.loopName, two.loopInterval, two.devices.size(), loops.at(1).loopId }),
-        QVariantList({ 2, "two", 1, 2, 5 }));
-    QCOMPARE(QVariantList({ two.devices.at(1).deviceId, two.devices.at(1).channel }), QVariantList({ "Cam-3", 3 }));
-}
-
-void TestLoops::startedLoopStops()
-{
-    // Four sub-windows, no start source set: the decoder is told to start from the first.
-    const int division = 4;
-    // That the window then turns by itself is seen from the page, in its end-to-end suite.
-    const Handle h = decoderOn();
-    QVERIFY(h);
-    QCOMPARE(addCell(1, division), CMATRIX_OK);
-    QCOMPARE(addCell(2), CMATRIX_OK);
-    QCOMPARE(createScheme(3, "turn", { "Cam-0", "Cam-1", "Cam-2", "Cam-3", "Cam-4", "Cam-5", "Cam-6" }), CMATRIX_OK);
-
-    using RestoreSignal = void (MatrixSdkWorker::*)(int, int, int, const QList<MatrixSubWindowInfo>&);
-    QueuedSignalSpy restored(worker(), static_cast<RestoreSignal>(&MatrixSdkWorker::signalRestoreLoopInfoResult));
-    worker()->restoreLoopInfo(h, -1, 1, loopOf(3, QStringLiteral("turn"), {}));
-    QVERIFY(restored.wait(scaled(5000)));
-    QCOMPARE(restored.at(0).mid(0, 3), QVariantList({ CMATRIX_OK, 3, 1 }));
-    const auto subs = restored.at(0).at(3).value<QList<MatrixSubWindowInfo>>();
-    QCOMPARE(subs.size(), division);
-    for (int k = 0; k < division; ++k) {
-        QCOMPARE(QList<int>({ subs.at(k).subWindowId, subs.at(k).subWindowIndex, subs.at(k).device.deviceType }),
-            QList<int>({ k + 1, k, 0 }));
-    }
-
-    vdec::DecoderSnapshot s = decoder_->snapshot();
-    QVERIFY(s.loops.count(1));
-    QCOMPARE(QList<int>({ int(s.loops.at(1).schemeId), s.loops.at(1).startIndex, s.window(1)->sourceKind }),
-        QList<int>({ 3, 0, 1 }));
-
-    QCOMPARE(worker()->stopMatrixLoop(h, 1), CMATRIX_OK);
-    s = decoder_->snapshot();
-    QVERIFY(s.loops.empty());
-    QCOMPARE(s.window(1)->sourceKind, 0);
 }
 
 KVMS_TEST_CLASS(TestLoops)

@@ -17,17 +17,6 @@
 using namespace kvms_matrix;
 using kvmstest::scaled;
 
-namespace {
-
-int devIdShown(const vdec::Window* window, int sub)
-{
-    if (!window || !window->sources.count(sub))
-        return 0;
-    return QByteArray(window->sources.at(sub).devId).mid(4).toInt(); // "cam-N"
-}
-
-} // namespace
-
 class TestScenes : public QObject, public WallRig {
     Q_OBJECT
 
@@ -37,7 +26,6 @@ private slots:
     void cleanupTestCase() { QVERIFY(leaveWorkDirectory()); }
     void newSceneId_data();
     void newSceneId();
-    void restoreListAndRemove();
     void withoutConnection_data();
     void withoutConnection();
 };
@@ -85,38 +73,6 @@ void TestScenes::newSceneId()
     const uint32_t kept = listRead == CMATRIX_OK ? uint32_t(expected) : 1u;
     QVERIFY(s.scene(kept));
     QCOMPARE(QString::fromStdString(s.scene(kept)->name), listRead == CMATRIX_OK ? name.left(49) : "old");
-}
-
-void TestScenes::restoreListAndRemove()
-{
-    const Handle h = decoderOn();
-    QVERIFY(h);
-    QCOMPARE(addCell(1), CMATRIX_OK);
-    QCOMPARE(bindRaw(1, 1, "cam-7"), CMATRIX_OK);
-    MatrixSdkWorker* w = worker();
-
-    QueuedSignalSpy saved(w, &MatrixSdkWorker::signalSaveSceneResult);
-    w->saveScene(h, -1, QStringLiteral("seven"), nullptr);
-    QVERIFY(saved.wait(scaled(5000)));
-    QCOMPARE(bindRaw(1, 1, "cam-8"), CMATRIX_OK);
-
-    QueuedSignalSpy restored(w, &MatrixSdkWorker::signalRestoreSceneResult);
-    QueuedSignalSpy listed(w, &MatrixSdkWorker::signalGetSceneInfoResult);
-    QueuedSignalSpy removed(w, &MatrixSdkWorker::signalRemoveSceneResult);
-    w->restoreScene(h, 1);
-    w->getScene(h);
-    w->removeScene(h, 1);
-    w->removeScene(h, 1);
-    w->getScene(h);
-    QTRY_COMPARE_WITH_TIMEOUT(listed.count(), 2, scaled(5000));
-    QCOMPARE(restored.at(0).at(0).toInt(), CMATRIX_OK);
-    QCOMPARE(devIdShown(decoder_->snapshot().window(1), 1), 7);
-    const auto before = listed.at(0).at(0).value<QList<MatrixSceneInfo>>();
-    QCOMPARE(before.size(), 1);
-    QCOMPARE(QVariantList({ before.at(0).sceneId, before.at(0).sceneName }), QVariantList({ 1, "seven" }));
-    QCOMPARE(QVariantList({ removed.at(0).at(0), removed.at(1).at(0) }),
-        QVariantList({ CMATRIX_OK, CMATRIX_ERR_SCENE_NOT_FOUND }));
-    QVERIFY(listed.at(1).at(0).value<QList<MatrixSceneInfo>>().isEmpty());
 }
 
 namespace {

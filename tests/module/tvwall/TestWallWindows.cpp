@@ -37,49 +37,9 @@ private slots:
     void initTestCase() { QVERIFY(enterWorkDirectory()); }
     void cleanup() { QVERIFY(settle()); }
     void cleanupTestCase() { QVERIFY(leaveWorkDirectory()); }
-    void addWindow_data();
-    void addWindow();
     void clearingOneSubWindowRewritesTheOthers();
     void clearingAWholeWindowStopsItsLoop();
 };
-
-void TestWallWindows::addWindow_data()
-{
-    QTest::addColumn<int>("type");
-    QTest::addColumn<QList<int>>("window"); // id, x, y, w, h
-    QTest::addColumn<QList<int>>("cells");
-    QTest::addColumn<int>("ret");
-
-    QTest::newRow("a normal window is not created")
-        << 0 << QList<int> { 9, 0, 0, 100, 100 } << QList<int> {} << -1;
-    QTest::newRow("spliced over a cell that is not there")
-        << 1 << QList<int> { 1, 0, 0, 32768, 16384 } << QList<int> { 1, 7 } << int(CMATRIX_ERR_WINDOW_NOT_FOUND);
-}
-
-void TestWallWindows::addWindow()
-{
-    QFETCH(int, type);
-    QFETCH(QList<int>, window);
-    QFETCH(QList<int>, cells);
-    QFETCH(int, ret);
-    const Handle h = wallOn(2, 2);
-    QVERIFY(h);
-    MatrixWindowInfo info;
-    info.windowType = type;
-    info.windowId = window[0];
-    info.x = window[1];
-    info.y = window[2];
-    info.w = window[3];
-    info.h = window[4];
-    for (int id : cells)
-        info.cells.append(MatrixCellInfo { id, 0, 0 });
-    QueuedSignalSpy added(worker(), &MatrixSdkWorker::signalAddWindowInfoResult);
-    worker()->addWindowInfo(h, info);
-    QVERIFY(added.wait(scaled(5000)));
-    QCOMPARE(added.at(0).at(0).toInt(), ret);
-
-    QCOMPARE(int(decoder_->snapshot().windows.size()), 4); // the wall as it was
-}
 
 void TestWallWindows::clearingOneSubWindowRewritesTheOthers()
 {

@@ -11,7 +11,7 @@ namespace vdec {
 class VirtualDecoder;
 }
 
-// The canvas's menu, keys and joins on a canvas given crafted windows (no decoder).
+// The canvas's menu and keys on a canvas given crafted windows (no decoder).
 class CanvasActionsTest : public QObject {
     Q_OBJECT
 
@@ -19,21 +19,8 @@ private slots:
     void init();
     void menuSendsTheCodeOfEachEntry_data();
     void menuSendsTheCodeOfEachEntry();
-    void menuShowsEntriesByWindowKind();
     void divisionLeavesFullDisplayFirst();
     void keysClearAndLeaveFull();
-    void dragAcrossCellsJoinsThem_data();
-    void dragAcrossCellsJoinsThem();
-};
-
-// The scene and loop rows.
-class ListItemTest : public QObject {
-    Q_OBJECT
-
-private slots:
-    void renameKeys_data();
-    void renameKeys();
-    void loopRowAsksForItsDialogAndDragsItsId();
 };
 
 // The page against one virtual decoder: what the operator does ends on the decoder.

@@ -1,5 +1,6 @@
-// The canvas's context menu, keys, joins and drops, on crafted windows.
+// The canvas's context menu and keys, on crafted windows.
 #include "ActionsTests.h"
+#include "CanvasFixture.h"
 #include "TestMain.h"
 
 #include "CanvasMenu.h"
@@ -10,62 +11,27 @@
 
 #include <QAction>
 #include <QMenu>
-#include <QRubberBand>
 #include <QSignalSpy>
 
 using namespace kvms_matrix;
 
 namespace {
 
-constexpr int kHalf = 32768 / 2;
-
-MatrixWindowInfo window(int id, int type, int x, int y, int w, int h, int division, bool camera)
-{
-    MatrixWindowInfo win;
-    win.windowId = id;
-    win.windowType = type;
-    win.x = x;
-    win.y = y;
-    win.w = w;
-    win.h = h;
-    win.division = division;
-    for (int i = 0; i < division; ++i) {
-        MatrixSubWindowInfo sub;
-        sub.subWindowId = i + 1;
-        sub.subWindowIndex = i;
-        if (camera && i == 0) {
-            sub.device.deviceType = 1;
-            sub.device.deviceId = QStringLiteral("CAM0001&1");
-            sub.device.deviceName = QStringLiteral("Lobby");
-        }
-        win.subWindows.append(sub);
-    }
-    return win;
-}
-
 // A 2 x 2 wall: window 1 divided in 4 with a camera in its first sub-window, window 2 empty,
-// and the bottom row spliced into window 3 with a camera; or four free cells.
-void fill(ControlMatrixWt& canvas, bool spliced)
+// and the bottom row spliced into window 3 with a camera.
+bool showFilled(ControlMatrixWt& canvas)
 {
-    QList<MatrixWindowInfo> windows { window(1, 0, 0, 0, kHalf, kHalf, 4, true),
-        window(2, 0, kHalf, 0, kHalf, kHalf, 1, false) };
-    if (spliced) {
-        MatrixWindowInfo joined = window(3, 1, 0, kHalf, 2 * kHalf, kHalf, 1, true);
-        joined.spanCols = 2;
-        joined.cells = { { 3, 0, 0 }, { 4, 0, 1 } };
-        windows.append(joined);
-    } else {
-        windows.append(window(3, 0, 0, kHalf, kHalf, kHalf, 1, false));
-        windows.append(window(4, 0, kHalf, kHalf, kHalf, kHalf, 1, false));
+    QList<MatrixWindowInfo> windows { canvastest::cellWindow(1, 2, 2, 4), canvastest::cellWindow(2, 2, 2),
+        canvastest::splicedWindow(3, 1, 2, 2, 2, 1) };
+    for (int k : { 0, 2 }) {
+        MatrixDeviceInfo& camera = windows[k].subWindows[0].device;
+        camera.deviceType = 1;
+        camera.deviceId = QStringLiteral("CAM0001&1");
+        camera.deviceName = QStringLiteral("Lobby");
     }
-    canvas.setWindowInfoList(windows, 2, 2);
-}
-
-bool showFilled(ControlMatrixWt& canvas, bool spliced)
-{
     canvas.resize(800, 450);
     canvas.show();
-    fill(canvas, spliced);
+    canvas.setWindowInfoList(windows, 2, 2);
     return QTest::qWaitForWindowExposed(&canvas);
 }
 
@@ -159,7 +125,7 @@ void CanvasActionsTest::menuSendsTheCodeOfEachEntry()
     QFETCH(QString, text);
     QFETCH(QList<int>, sent);
     ControlMatrixWt canvas;
-    QVERIFY(showFilled(canvas, true));
+    QVERIFY(showFilled(canvas));
     QSignalSpy spy(KCOMMON::KSingleton<MatrixSignals>::instance(), &MatrixSignals::signalRightMemuClicked);
     QMenu* menu = openMenu(canvas, pointIn(canvas, windowId, windowType));
     QVERIFY(menu);
@@ -169,33 +135,10 @@ void CanvasActionsTest::menuSendsTheCodeOfEachEntry()
     QCOMPARE(args(spy.first()), sent);
 }
 
-void CanvasActionsTest::menuShowsEntriesByWindowKind()
-{
-    ControlMatrixWt canvas;
-    QVERIFY(showFilled(canvas, true));
-    const auto shown = [&](int windowId, int windowType) {
-        QMenu* menu = openMenu(canvas, pointIn(canvas, windowId, windowType));
-        QStringList texts;
-        for (QAction* a : menu ? menu->actions() : QList<QAction*>())
-            if (a->isVisible())
-                texts.append(a->text());
-        if (menu)
-            menu->hide();
-        return texts;
-    };
-    const QStringList empty = shown(2, 0);
-    for (const char* needsSource : { "window clear", "HD", "open voice", "playback", "unjoin", "fullScreen" })
-        QVERIFY2(!empty.contains(QLatin1String(needsSource)), needsSource);
-    QVERIFY(empty.contains(QStringLiteral("set background")));
-    const QStringList spliced = shown(3, 1);
-    QVERIFY(spliced.contains(QStringLiteral("unjoin")) && spliced.contains(QStringLiteral("16")));
-    QVERIFY(!shown(1, 0).contains(QStringLiteral("unjoin")));
-}
-
 void CanvasActionsTest::divisionLeavesFullDisplayFirst()
 {
     ControlMatrixWt canvas;
-    QVERIFY(showFilled(canvas, true));
+    QVERIFY(showFilled(canvas));
     canvas.toggleFullSubWindow(1, 3);
     QSignalSpy spy(KCOMMON::KSingleton<MatrixSignals>::instance(), &MatrixSignals::signalRightMemuClicked);
     QMenu* menu = openMenu(canvas, canvas.panel(ControlMatrixWt::panelKey(1, 3, 0))->geometry().center());
@@ -211,7 +154,7 @@ void CanvasActionsTest::divisionLeavesFullDisplayFirst()
 void CanvasActionsTest::keysClearAndLeaveFull()
 {
     ControlMatrixWt canvas;
-    QVERIFY(showFilled(canvas, true));
+    QVERIFY(showFilled(canvas));
     QSignalSpy spy(KCOMMON::KSingleton<MatrixSignals>::instance(), &MatrixSignals::signalRightMemuClicked);
     QTest::keyClick(&canvas, Qt::Key_Delete);
     QCOMPARE(spy.count(), 0);
@@ -225,58 +168,4 @@ void CanvasActionsTest::keysClearAndLeaveFull()
     QCOMPARE(spy.count(), 2);
     QCOMPARE(args(spy.at(0)), QList<int>({ 1, 2, 0, 2, 0 }));
     QCOMPARE(args(spy.at(1)), QList<int>({ 1, 2, 0, 12, 0 }));
-}
-
-void CanvasActionsTest::dragAcrossCellsJoinsThem_data()
-{
-    QTest::addColumn<int>("from");
-    QTest::addColumn<int>("to");
-    QTest::addColumn<bool>("shift");
-    QTest::addColumn<QList<int>>("cells"); // empty: refused
-    QTest::addColumn<QRect>("rect");
-    QTest::newRow("top row") << 1 << 2 << false << QList<int> { 1, 2 } << QRect(0, 0, 2 * kHalf, kHalf);
-    QTest::newRow("whole wall") << 1 << 4 << false << QList<int> { 1, 2, 3, 4 } << QRect(0, 0, 2 * kHalf, 2 * kHalf);
-    QTest::newRow("upwards") << 4 << 2 << false << QList<int> { 2, 4 } << QRect(kHalf, 0, kHalf, 2 * kHalf);
-    QTest::newRow("shift click") << 1 << 3 << true << QList<int> { 1, 3 } << QRect(0, 0, kHalf, 2 * kHalf);
-    QTest::newRow("inside one cell") << 2 << 2 << false << QList<int> {} << QRect();
-}
-
-void CanvasActionsTest::dragAcrossCellsJoinsThem()
-{
-    QFETCH(int, from);
-    QFETCH(int, to);
-    QFETCH(bool, shift);
-    QFETCH(QList<int>, cells);
-    QFETCH(QRect, rect);
-    ControlMatrixWt canvas;
-    QVERIFY(showFilled(canvas, false));
-    QSignalSpy joined(&canvas, &ControlMatrixWt::signalJoinWindows);
-    const QPoint a = pointIn(canvas, from, 0);
-    QPoint b = pointIn(canvas, to, 0);
-    if (from == to)
-        b += QPoint(40, 20);
-    if (shift) {
-        QTest::mouseClick(&canvas, Qt::LeftButton, {}, a);
-        QTest::mouseClick(&canvas, Qt::LeftButton, Qt::ShiftModifier, b);
-    } else {
-        QTest::mousePress(&canvas, Qt::LeftButton, {}, a);
-        QMouseEvent move(QEvent::MouseMove, b, canvas.mapToGlobal(b), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(&canvas, &move);
-        QVERIFY(canvas.rubberBand() && canvas.rubberBand()->isVisible());
-        QTest::mouseRelease(&canvas, Qt::LeftButton, {}, b);
-    }
-    if (cells.isEmpty()) {
-        QCOMPARE(joined.count(), 0);
-        QCOMPARE(actionstest::messages().size(), 1);
-        return;
-    }
-    QCOMPARE(joined.count(), 1);
-    const MatrixWindowInfo w = joined.first().first().value<MatrixWindowInfo>();
-    QList<int> ids;
-    for (const MatrixCellInfo& cell : w.cells)
-        ids.append(cell.cellId);
-    QCOMPARE(ids, cells);
-    QCOMPARE(w.windowType, 1);
-    QCOMPARE(w.windowId, cells.first());
-    QCOMPARE(QRect(w.x, w.y, w.w, w.h), rect);
 }

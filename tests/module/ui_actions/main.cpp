@@ -37,10 +37,6 @@ int main(int argc, char** argv)
         failed += QTest::qExec(&canvas, argc, argv);
     }
     {
-        ListItemTest items;
-        failed += QTest::qExec(&items, argc, argv);
-    }
-    {
         PageActionsTest page;
         failed += QTest::qExec(&page, argc, argv);
     }

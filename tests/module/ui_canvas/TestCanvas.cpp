@@ -1,12 +1,10 @@
 #include "CanvasFixture.h"
-#include "SystemAssistant.h"
 #include "SuiteMain.h"
+#include "SystemAssistant.h"
 
 #include "ControlMatrixWt.h"
-#include "FloatingWt.h"
 #include "MatrixPanelWt.h"
 
-#include <QMimeData>
 #include <QtTest>
 
 using namespace kvms_matrix;
@@ -21,17 +19,9 @@ private slots:
         SystemAssistant::setMessageSink([](const QString&) {});
     }
     void cleanup() { SystemAssistant::setMessageSink({}); }
-    void panelsFollowDivision_data();
-    void panelsFollowDivision();
     void fullSubWindow();
-    void bannerPlacement_data();
-    void bannerPlacement();
     void splicedReplacesCells();
-    void emptyWallPlacesNothing();
     void hostileWallIsBounded();
-    void drops_data();
-    void drops();
-    void bannerDrag();
 };
 
 namespace {
@@ -42,38 +32,6 @@ QWidget* panelOf(const ControlMatrixWt& canvas, int windowId, int subWindowId, i
 }
 
 } // namespace
-
-void TestCanvas::panelsFollowDivision_data()
-{
-    QTest::addColumn<int>("division");
-    QTest::addColumn<int>("placed");
-    // The rectangles of every division are the geometry's; here: the panels shown for them.
-    QTest::newRow("8: one large, seven small") << 8 << 8;
-    QTest::newRow("3 is no division") << 3 << 0;
-}
-
-void TestCanvas::panelsFollowDivision()
-{
-    QFETCH(int, division);
-    QFETCH(int, placed);
-    ControlMatrixWt canvas;
-    canvastest::showCanvas(canvas, QSize(960, 540));
-    canvas.setWindowInfoList({ canvastest::cellWindow(5, 3, 3, division) }, 3, 3);
-
-    int visible = 0;
-    for (int sub = 1; sub <= division; ++sub) {
-        QWidget* panel = panelOf(canvas, 5, sub, 0);
-        QVERIFY(panel);
-        visible += panel->isVisible() ? 1 : 0;
-    }
-    QCOMPARE(visible, placed);
-    if (placed) {
-        // Resizing recomputes every panel from wall units.
-        const QRect before = panelOf(canvas, 5, division, 0)->geometry();
-        canvas.resize(801, 451);
-        QVERIFY(panelOf(canvas, 5, division, 0)->geometry() != before);
-    }
-}
 
 void TestCanvas::fullSubWindow()
 {
@@ -91,37 +49,6 @@ void TestCanvas::fullSubWindow()
     QCOMPARE(canvas.fullSubWindowIndex(5, 0), -1);
     QCOMPARE(panelOf(canvas, 5, 3, 0)->geometry(), QRect(320, 281, 157, 75));
     QVERIFY(panelOf(canvas, 5, 1, 0)->isVisible());
-}
-
-void TestCanvas::bannerPlacement_data()
-{
-    QTest::addColumn<QRect>("banner");
-    QTest::addColumn<QRect>("expected");
-    QTest::addColumn<bool>("shown");
-    // 801 x 451, T = 20: x 8192 x 801 / 32768 = 200, w 400, h 2048 x 451 / 32768 = 28.
-    QTest::newRow("y is always T") << QRect(8192, 20000, 16384, 2048) << QRect(200, 20, 400, 28) << true;
-    QTest::newRow("at the top") << QRect(0, 0, 32768, 4096) << QRect(0, 20, 801, 56) << true;
-    QTest::newRow("width 0 hides") << QRect(8192, 0, 0, 2048) << QRect() << false;
-}
-
-void TestCanvas::bannerPlacement()
-{
-    QFETCH(QRect, banner);
-    QFETCH(QRect, expected);
-    QFETCH(bool, shown);
-    ControlMatrixWt canvas;
-    canvastest::showCanvas(canvas, QSize(801, 451));
-    canvas.setWindowInfoList(canvastest::cellWall(3, 3), 3, 3);
-    MatrixBannerInfo info;
-    info.message = QStringLiteral("Evacuation drill at 14:00");
-    info.x = banner.x();
-    info.y = banner.y();
-    info.w = banner.width();
-    info.h = banner.height();
-    canvas.setBannerInfo(info);
-    QCOMPARE(canvas.bannerWidget()->isVisible(), shown);
-    if (shown)
-        QCOMPARE(canvas.bannerWidget()->geometry(), expected);
 }
 
 void TestCanvas::splicedReplacesCells()
@@ -161,16 +88,6 @@ void TestCanvas::splicedReplacesCells()
     QCOMPARE(canvas.currentWindowId(), -1);
 }
 
-void TestCanvas::emptyWallPlacesNothing()
-{
-    ControlMatrixWt canvas;
-    canvastest::showCanvas(canvas, QSize(640, 360));
-    canvas.setWindowInfoList(canvastest::cellWall(2, 2, 4), 2, 2);
-    canvas.setWindowInfoList({}, 2, 2);
-    QTRY_COMPARE(canvas.findChildren<MatrixPanelWt*>().size(), 0);
-    QVERIFY(canvas.windowInfoList().isEmpty());
-}
-
 void TestCanvas::hostileWallIsBounded()
 {
     // A decoder that claims a huge grid and a window of 5000 sub-windows at absurd coordinates.
@@ -184,85 +101,6 @@ void TestCanvas::hostileWallIsBounded()
     QCOMPARE(canvas.cols(), 64);
     QVERIFY(canvas.findChildren<MatrixPanelWt*>().size() <= 25);
     canvas.repaint();
-}
-
-void TestCanvas::drops_data()
-{
-    QTest::addColumn<QString>("format");
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QPoint>("point");
-    QTest::addColumn<bool>("entered");
-    QTest::addColumn<QVariantList>("source"); // empty when no source drop is expected
-    QTest::addColumn<QVariantList>("loop");
-
-    const QString model = QStringLiteral("application/x-qabstractitemmodeldatalist");
-    const QString item = QStringLiteral("matrixlistitem");
-    // 960 x 540, 3 x 3 wall of division 4. A source dropped on a panel: the page's end-to-end suite.
-    QTest::newRow("source on a title strip")
-        << model << QByteArray("x") << QPoint(400, 190) << true << QVariantList { 5, 1, 0 } << QVariantList {};
-    QTest::newRow("loop item") << item << QByteArray("12") << QPoint(330, 290) << true << QVariantList {}
-                               << QVariantList { 5, 3, 0, 12 };
-    QTest::newRow("loop item without an id")
-        << item << QByteArray("loop") << QPoint(330, 290) << true << QVariantList {} << QVariantList {};
-    QTest::newRow("plain text refused") << QStringLiteral("text/plain") << QByteArray("5") << QPoint(500, 220) << false
-                                        << QVariantList {} << QVariantList {};
-}
-
-void TestCanvas::drops()
-{
-    QFETCH(QString, format);
-    QFETCH(QByteArray, bytes);
-    QFETCH(QPoint, point);
-    QFETCH(bool, entered);
-    QFETCH(QVariantList, source);
-    QFETCH(QVariantList, loop);
-
-    ControlMatrixWt canvas;
-    canvastest::showCanvas(canvas, QSize(960, 540));
-    canvas.setWindowInfoList(canvastest::cellWall(3, 3, 4), 3, 3);
-    QSignalSpy sourceDrops(&canvas, &ControlMatrixWt::signalVideoPanelDropEvent);
-    QSignalSpy loopDrops(&canvas, &ControlMatrixWt::signalLoopListDropEvent);
-
-    QMimeData data;
-    data.setData(format, bytes);
-    QDragEnterEvent enter(point, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(&canvas, &enter);
-    QCOMPARE(enter.isAccepted(), entered);
-    if (!entered)
-        return;
-    QDropEvent drop(point, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(&canvas, &drop);
-    QCOMPARE(sourceDrops.isEmpty() ? QVariantList {} : sourceDrops.first(), source);
-    QCOMPARE(loopDrops.isEmpty() ? QVariantList {} : loopDrops.first(), loop);
-}
-
-void TestCanvas::bannerDrag()
-{
-    ControlMatrixWt canvas;
-    canvastest::showCanvas(canvas, QSize(1024, 512));
-    canvas.setWindowInfoList(canvastest::cellWall(2, 2), 2, 2);
-    MatrixBannerInfo info;
-    info.message = QStringLiteral("Welcome");
-    info.x = 8192;
-    info.w = 16384;
-    info.h = 2048;
-    canvas.setBannerInfo(info);
-    QWidget* banner = canvas.bannerWidget();
-    QCOMPARE(banner->geometry(), QRect(256, 23, 512, 32));
-    QSignalSpy set(&canvas, &ControlMatrixWt::signalSetBanner);
-    QSignalSpy config(&canvas, &ControlMatrixWt::signalBannerConfig);
-
-    QTest::mousePress(banner, Qt::LeftButton, {}, QPoint(10, 10));
-    QMouseEvent move(QEvent::MouseMove, QPoint(74, 42), banner->mapToGlobal(QPoint(74, 42)), Qt::NoButton,
-        Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(banner, &move);
-    QTest::mouseRelease(banner, Qt::LeftButton, {}, QPoint(10, 10));
-    // Moved by (64, 32) pixels to (320, 55): 10240 and 3520 units; the size stays as it was.
-    QCOMPARE(set.count(), 1);
-    QCOMPARE(set.first(), (QVariantList { 10240, 3520, 16384, 2048 }));
-
-    QTest::mouseDClick(banner, Qt::LeftButton, {}, QPoint(10, 10));
-    QCOMPARE(config.count(), 1);
 }
 
 KVMS_TEST_CLASS(TestCanvas)

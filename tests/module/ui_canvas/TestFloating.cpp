@@ -1,6 +1,6 @@
 #include "CanvasFixture.h"
-#include "SystemAssistant.h"
 #include "SuiteMain.h"
+#include "SystemAssistant.h"
 
 #include "ControlMatrixWt.h"
 #include "FloatingGeometry.h"
@@ -11,7 +11,6 @@
 
 #include "KSingleton.h"
 
-#include <QMimeData>
 #include <QtTest>
 
 using namespace kvms_matrix;
@@ -26,12 +25,9 @@ private slots:
         SystemAssistant::setMessageSink([](const QString&) {});
     }
     void cleanup() { SystemAssistant::setMessageSink({}); }
-    void createFloating();
     void dragFloating_data();
     void dragFloating();
     void resizeFloating();
-    void dropOnFloating_data();
-    void dropOnFloating();
 };
 
 namespace {
@@ -59,30 +55,6 @@ void checkFrame(const FloatingWt* floating)
 }
 
 } // namespace
-
-void TestFloating::createFloating()
-{
-    QStringList messages;
-    SystemAssistant::setMessageSink([&messages](const QString& text) { messages.append(text); });
-    ControlMatrixWt canvas;
-    canvastest::showCanvas(canvas, QSize(1024, 512));
-    canvas.setWindowInfoList(canvastest::cellWall(2, 2), 2, 2);
-    QSignalSpy created(&canvas, &ControlMatrixWt::signalCreateFloatingWindow);
-
-    canvas.createFloatingWindow();
-    QCOMPARE(created.count(), 1);
-    const auto window = created.first().first().value<MatrixWindowInfo>();
-    QCOMPARE(QRect(window.x, window.y, window.w, window.h), QRect(8192, 8192, 16384, 16384));
-    QCOMPARE(window.windowId, 5); // above the four cells' ids
-    QCOMPARE(window.cells.size(), 4);
-
-    canvas.setWindowInfo(window);
-    QVERIFY(canvas.floatingWt(5));
-    QCOMPARE(canvas.floatingWt(5)->geometry(), QRect(256, 128, 512, 256));
-    canvas.createFloatingWindow();
-    QCOMPARE(created.count(), 1);
-    QTRY_COMPARE(messages, QStringList { QStringLiteral("Only one roaming window at most") });
-}
 
 void TestFloating::dragFloating_data()
 {
@@ -152,41 +124,6 @@ void TestFloating::resizeFloating()
     QTest::mouseClick(&canvas, Qt::LeftButton, {}, QPoint(20, 300));
     QVERIFY(!frame->isVisible());
     QCOMPARE(canvas.currentWindowId(), 3);
-}
-
-void TestFloating::dropOnFloating_data()
-{
-    QTest::addColumn<QString>("format");
-    QTest::addColumn<QVariantList>("source");
-    QTest::addColumn<QVariantList>("loop");
-    // A source lands on the floating window itself; a loop item goes on to the canvas below,
-    // which finds the floating window at the point.
-    QTest::newRow("source") << QStringLiteral("application/x-qabstractitemmodeldatalist") << QVariantList { 5, -1, 2 }
-                            << QVariantList {};
-    QTest::newRow("loop item") << QStringLiteral("matrixlistitem") << QVariantList {} << QVariantList { 5, -1, 2, 7 };
-}
-
-void TestFloating::dropOnFloating()
-{
-    QFETCH(QString, format);
-    QFETCH(QVariantList, source);
-    QFETCH(QVariantList, loop);
-    ControlMatrixWt canvas;
-    floatingWall(canvas);
-    FloatingWt* floating = canvas.floatingWt(5);
-    QSignalSpy sourceDrops(&canvas, &ControlMatrixWt::signalVideoPanelDropEvent);
-    QSignalSpy loopDrops(&canvas, &ControlMatrixWt::signalLoopListDropEvent);
-
-    QMimeData data;
-    data.setData(format, "7");
-    const QPoint at(40, 40);
-    QDragEnterEvent enter(at, Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(floating, &enter);
-    QVERIFY(enter.isAccepted());
-    QDropEvent drop(at, Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(floating, &drop);
-    QCOMPARE(sourceDrops.isEmpty() ? QVariantList {} : sourceDrops.first(), source);
-    QCOMPARE(loopDrops.isEmpty() ? QVariantList {} : loopDrops.first(), loop);
 }
 
 KVMS_TEST_CLASS(TestFloating)

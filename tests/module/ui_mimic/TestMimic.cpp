@@ -130,14 +130,11 @@ private slots:
         QVERIFY2(elsewhere > 2 * mirrored, qPrintable(QStringLiteral("%1 %2").arg(mirrored).arg(elsewhere)));
         QVERIFY(!empty->hasPicture());
 
-        // Hidden, it asks no more: at most the request already in flight is answered.
+        // Hidden, its refresh stops; shown again, it asks again.
         canvas.hide();
         QVERIFY(!mimic.isRunning());
-        const int asked = results.count();
-        QTest::qWait(5 * mimic.intervalMs());
-        QVERIFY(results.count() <= asked + 1);
-        // Shown again, it asks again.
         canvas.show();
+        QVERIFY(mimic.isRunning());
         QVERIFY(results.wait(scaled(10000)));
 
         canvas.hide();

@@ -17,18 +17,13 @@
 using namespace kvms_matrix;
 using kvmstest::scaled;
 
-void PageRig::writeDecoderConfig(bool withDecoder)
+void PageRig::settledWallPage(MainMatrixForm& form)
 {
     QFile file(QStringLiteral("decoderConfig.json"));
     QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(withDecoder ? R"({"matrixList":[{"type":0,"ip":"127.0.0.9","port":1,"manager_port":1,)"
-                             R"("username":"admin","password":"x"}]})"
-                           : R"({"matrixList":[]})");
-}
-
-void PageRig::settledWallPage(MainMatrixForm& form)
-{
-    writeDecoderConfig(true);
+    file.write(R"({"matrixList":[{"type":0,"ip":"127.0.0.9","port":1,"manager_port":1,"username":"admin",)"
+               R"("password":"x"}]})");
+    file.close();
     form.slotUpdateScreen();
     MatrixForm* page = form.tvWallPage();
     QTRY_COMPARE_WITH_TIMEOUT(page->state().link(nowhere()), MatrixPageState::Link::Lost, scaled(5000));

@@ -14,8 +14,6 @@ class PageRig {
 public:
     // Nothing listens here: a login fails at once with a refused connection.
     static QString nowhere() { return QStringLiteral("127.0.0.9"); }
-    // "decoderConfig.json" with the one decoder at nowhere(), or an empty list.
-    static void writeDecoderConfig(bool withDecoder);
     // A wall page whose one decoder (nowhere()) failed its first login and retries no more.
     static void settledWallPage(kvms_matrix::MainMatrixForm& form);
 

@@ -11,12 +11,8 @@
 #include "MatrixPageState.h"
 #include "MatrixSdkWorker.h"
 
-#include "KSingleton.h"
 #include "SystemAssistant.h"
 
-#include <QDir>
-#include <QFile>
-#include <QMutex>
 #include <QTemporaryDir>
 
 using namespace kvms_matrix;
@@ -28,19 +24,12 @@ class TestPage : public QObject, public PageRig {
 private slots:
     void initTestCase() { QVERIFY(setUp()); }
     void init() { clearFiles(); }
-    void cleanup()
-    {
-        KCOMMON::KSingleton<kvms_matrix::MatrixSdkWorker>::instance()->setDispatchObserver(nullptr, nullptr);
-    }
     void cleanupTestCase() { tearDown(); }
-    void pageFollowsTheConfiguration_data();
-    void pageFollowsTheConfiguration();
     void loginErrorsAreToldInWords_data();
     void loginErrorsAreToldInWords();
     void errorsForAnotherFormAreIgnored();
     void connectFailuresShowOnThePage_data();
     void connectFailuresShowOnThePage();
-    void successfulConnectReadsTheWallInOrder();
     void linkShowsInTheStrip_data();
     void linkShowsInTheStrip();
     void reconnectBacksOff_data();
@@ -58,43 +47,7 @@ QSharedPointer<CSharedHandle> handleFor(const QString& ip)
     return handle;
 }
 
-QMutex dispatchedMutex;
-QList<int> dispatched;
-
-void recordKind(const WorkerTaskParam& task, void*)
-{
-    QMutexLocker lock(&dispatchedMutex);
-    dispatched.append(task.taskType);
-}
-
 } // namespace
-
-void TestPage::pageFollowsTheConfiguration_data()
-{
-    QTest::addColumn<int>("file"); // 0 none, 1 empty list, 2 one decoder
-    QTest::addColumn<int>("page");
-    QTest::newRow("no file") << 0 << 0;
-    QTest::newRow("empty decoder list") << 1 << 0;
-    QTest::newRow("one decoder") << 2 << 1;
-}
-
-void TestPage::pageFollowsTheConfiguration()
-{
-    QFETCH(int, file);
-    QFETCH(int, page);
-    if (file > 0)
-        writeDecoderConfig(file == 2);
-    MainMatrixForm form;
-    form.show();
-    QCOMPARE(form.currentPage(), page);
-    form.slotUpdateScreen();
-    QCOMPARE(form.currentPage(), page);
-    form.tvWallPage()->stopReconnecting();
-    // Taking the configuration away brings the empty page back on refresh.
-    QFile::remove(QStringLiteral("decoderConfig.json"));
-    form.slotUpdateScreen();
-    QCOMPARE(form.currentPage(), 0);
-}
 
 void TestPage::loginErrorsAreToldInWords_data()
 {
@@ -175,30 +128,6 @@ void TestPage::connectFailuresShowOnThePage()
     QTRY_COMPARE_WITH_TIMEOUT(page->state().link(kIp), MatrixPageState::Link::Lost, scaled(5000));
     page->slotConnectMatrixResult(withHandle ? handleFor(kIp) : QSharedPointer<CSharedHandle>(), code, 0, page);
     QCOMPARE(page->tipText(), tip);
-}
-
-void TestPage::successfulConnectReadsTheWallInOrder()
-{
-    MainMatrixForm form;
-    settledWallPage(form);
-    MatrixForm* page = form.tvWallPage();
-    {
-        QMutexLocker lock(&dispatchedMutex);
-        dispatched.clear();
-    }
-    KCOMMON::KSingleton<MatrixSdkWorker>::instance()->setDispatchObserver(&recordKind, nullptr);
-    page->slotConnectMatrixResult(handleFor(kIp), 0, 0, page);
-    QCOMPARE(page->tipText(), QStringLiteral("Geting tv wall info..."));
-    QCOMPARE(page->state().link(kIp), MatrixPageState::Link::Connected);
-    const auto kinds = [] {
-        QMutexLocker lock(&dispatchedMutex);
-        return dispatched;
-    };
-    // Scenes, loops, windows, then the HDMI inputs the unit has (the banner is read from its
-    // mirror on the spot).
-    QTRY_COMPARE_WITH_TIMEOUT(kinds(), (QList<int> { 8, 13, 3, 43 }), scaled(5000));
-    // The wall read for a connection the decoder never saw comes back empty; the wait ends.
-    QTRY_COMPARE_WITH_TIMEOUT(page->tipText(), QString(), scaled(5000));
 }
 
 void TestPage::linkShowsInTheStrip_data()

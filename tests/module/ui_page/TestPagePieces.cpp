@@ -1,5 +1,5 @@
-// The parts of the page: how a wall's cells are shared out, the source pane, the login dialog
-// and the host's catalogue.
+// The parts of the page: how a wall's cells are shared out, the login dialog and the host's
+// catalogue.
 #include "PageRig.h"
 #include "SuiteMain.h"
 #include "TestTimeout.h"
@@ -8,7 +8,6 @@
 #include "LoginDlg.h"
 #include "MainMatrixForm.h"
 #include "MatrixForm.h"
-#include "SourcePane.h"
 #include "WallConfigStore.h"
 
 #include "DevsMgrData.h"
@@ -18,8 +17,6 @@
 
 #include <QLineEdit>
 #include <QPushButton>
-#include <QTabWidget>
-#include <QTreeWidget>
 #include <QtTest>
 
 using namespace kvms_matrix;
@@ -34,9 +31,6 @@ private slots:
     void cleanupTestCase() { tearDown(); }
     void layoutSharesTheCells_data();
     void layoutSharesTheCells();
-    void sourcePaneGivesChannelsAndStreams_data();
-    void sourcePaneGivesChannelsAndStreams();
-    void filterKeepsMatchesAndTheirParents();
     void failedLoginFromTheDialogIsTold();
     void catalogueGivesStreams();
 };
@@ -109,59 +103,6 @@ void TestPagePieces::layoutSharesTheCells()
     }
     QCOMPARE(gotCounts, numbers(counts));
     QCOMPARE(gotLocations, numbers(locations));
-}
-
-void TestPagePieces::sourcePaneGivesChannelsAndStreams_data()
-{
-    QTest::addColumn<int>("tab");
-    QTest::addColumn<QString>("item");
-    QTest::addColumn<bool>("isSource");
-    QTest::addColumn<int>("deviceType");
-    QTest::addColumn<QString>("deviceId");
-    QTest::addColumn<QString>("address"); // the camera's address, or the stream's URL
-    QTest::newRow("channel") << 0 << "Lobby" << true << 1 << "CAM1&1"
-                             << "127.0.0.1";
-    QTest::newRow("device, not a channel") << 0 << "Lobby camera" << false << 0 << ""
-                                           << "";
-    QTest::newRow("stream") << 1 << "Gate" << true << 9 << "stream1"
-                            << "rtsp://127.0.0.1:8554/gate";
-}
-
-void TestPagePieces::sourcePaneGivesChannelsAndStreams()
-{
-    QFETCH(int, tab);
-    QFETCH(QString, item);
-    QFETCH(bool, isSource);
-    QFETCH(int, deviceType);
-    QFETCH(QString, deviceId);
-    QFETCH(QString, address);
-    QVERIFY(KCOMMON::KSingleton<DevsMgrData>::instance()->loadFromJson(kCatalogue));
-    KCOMMON::KSingleton<MatrixData>::instance()->removeStream(QStringLiteral("Gate"));
-    QVERIFY(KCOMMON::KSingleton<MatrixData>::instance()->addStream(
-        { QStringLiteral("Gate"), QStringLiteral("rtsp://127.0.0.1:8554/gate") }));
-    SourcePane pane;
-    pane.tabs()->setCurrentIndex(tab);
-    QTreeWidget* tree = tab == 0 ? pane.deviceTree() : pane.streamTree();
-    const QList<QTreeWidgetItem*> found = tree->findItems(item, Qt::MatchExactly | Qt::MatchRecursive);
-    QCOMPARE(found.size(), 1);
-    tree->setCurrentItem(found.first());
-    MatrixDeviceInfo source;
-    QCOMPARE(pane.currentSource(&source), isSource);
-    QCOMPARE(QVariantList({ source.deviceType, source.deviceId, deviceType == 9 ? source.mainUrl : source.ip }),
-        QVariantList({ deviceType, deviceId, address }));
-}
-
-void TestPagePieces::filterKeepsMatchesAndTheirParents()
-{
-    QVERIFY(KCOMMON::KSingleton<DevsMgrData>::instance()->loadFromJson(kCatalogue));
-    SourcePane pane;
-    QTest::keyClicks(pane.filterEdit(), QStringLiteral("LOB"));
-    QTreeWidget* tree = pane.deviceTree();
-    QCOMPARE(QList<bool>({ tree->topLevelItem(0)->isHidden(), tree->topLevelItem(0)->child(0)->isHidden(),
-                 tree->topLevelItem(1)->isHidden() }),
-        QList<bool>({ false, false, true }));
-    pane.filterEdit()->clear();
-    QVERIFY(!tree->topLevelItem(1)->isHidden() && !tree->topLevelItem(1)->child(0)->isHidden());
 }
 
 void TestPagePieces::failedLoginFromTheDialogIsTold()

@@ -1,6 +1,6 @@
 // Searching: three rounds, one result, the found-device map and what it must not take.
-#include "WorkerRig.h"
 #include "FakeAnswerer.h"
+#include "WorkerRig.h"
 
 #include "LogInfo.h"
 #include "QueuedSignalSpy.h"
@@ -41,7 +41,6 @@ class TestDiscovery : public QObject, public WorkerRig {
 private slots:
     void initTestCase();
     void cleanup() { QVERIFY(settle()); }
-    void decoderAnsweringEveryRoundIsListedOnce();
     void foundRecordsTakeTheDescriptorFields();
     void answersTheMapMustNotTake_data();
     void answersTheMapMustNotTake();
@@ -63,36 +62,6 @@ void TestDiscovery::initTestCase()
     QCOMPARE(results.count(), 2);
     QCOMPARE(mute.probes(), 2 * kProbesPerSearch);
     QVERIFY(worker()->isWorkerRunning());
-}
-
-void TestDiscovery::decoderAnsweringEveryRoundIsListedOnce()
-{
-    vdec::VirtualDecoder* small = startQuiet([](vdec::DecoderConfig& c) {
-        c.model = QStringLiteral("VD-800");
-        c.firmwareVersion = QStringLiteral("V1.1.0 build 240301");
-    });
-    vdec::VirtualDecoder* medium = startQuiet();
-    vdec::VirtualDecoder* large = startQuiet([](vdec::DecoderConfig& c) {
-        c.model = QStringLiteral("VD-3200");
-        c.factoryNew = true;
-    });
-    QVERIFY(small && medium && large);
-
-    const InfoMap found = search(targetOf(small) + "," + targetOf(medium) + "," + targetOf(large));
-    // Each unit answered all nine probes, and is listed once.
-    for (vdec::VirtualDecoder* d : { small, medium, large })
-        QCOMPARE(d->journal().count(MessageType::DiscoveryProbe), kProbesPerSearch);
-    const QString line
-        = QStringLiteral("%1: ip=%1 id=%2 type=%3 port=%4 manager=28000 screens=%5 status=%6 version=%7");
-    const auto lineOf = [&](const vdec::VirtualDecoder* d, const char* kind) {
-        return line.arg(d->address(), d->config().deviceId, kind).arg(d->port());
-    };
-    QMap<QString, QString> expected; // in the map's order
-    expected[small->address()] = lineOf(small, "1").arg(8).arg(1).arg("V1.1.0 build 240301");
-    expected[medium->address()] = lineOf(medium, "1").arg(16).arg(1).arg("V1.0.0 build 240101");
-    expected[large->address()] = lineOf(large, "3").arg(32).arg(0).arg("V1.0.0 build 240101");
-    QCOMPARE(describe(found), QStringList(expected.values()));
-    QCOMPARE(describe(worker()->foundMatrixMap()), describe(found));
 }
 
 void TestDiscovery::foundRecordsTakeTheDescriptorFields()
