@@ -222,6 +222,7 @@ private slots:
         QTest::newRow("picture") << "lobby.jpg" << jpeg << CMATRIX_OK;
         QTest::newRow("missing file") << "gone.jpg" << QByteArray() << -1;
         QTest::newRow("not a picture") << "notes.jpg" << QByteArray("just some text\n") << -1;
+        QTest::newRow("far too large") << "huge.jpg" << jpeg.leftJustified(17 * 1024 * 1024, '\0') << -1;
     }
 
     // The file is sent as it is to the device's channel.
