@@ -191,17 +191,6 @@ private slots:
         QCOMPARE(client.destroy(), CMATRIX_OK);
         QVERIFY2(finished.load(), "the callback may not outlive Destroy");
     }
-
-    void heartbeats()
-    {
-        FakeDecoder decoder; // beats every 200 ms
-        SdkClient client;
-        client.setHeartbeat(100, 700);
-        QCOMPARE(client.connectTo(decoder), CMATRIX_OK);
-        // An idle connection beats; eight beats outlast the silence limit.
-        QTRY_VERIFY_WITH_TIMEOUT(decoder.heartbeatsReceived() >= 8, 5000);
-        QCOMPARE(client.losses(), 0); // a beating decoder is never taken for lost
-    }
 };
 
 KVMS_TEST_CLASS(TestConnectionLoss)

@@ -3,7 +3,6 @@
 #include "DecoderFixture.h"
 #include "LoopbackPool.h"
 #include "RawUdp.h"
-#include "SdkSession.h"
 #include "SuiteMain.h"
 #include "TestTimeout.h"
 #include "WireBuilders.h"
@@ -19,7 +18,6 @@
 
 using namespace cmatrix::wire;
 using kvmstest::scaled;
-using kvmstest::SdkSession;
 using kvmstest::setText;
 
 using CfgEdit = std::function<void(DeviceNetworkCfg_t&)>;
@@ -204,18 +202,6 @@ private slots:
         QCOMPARE(QByteArray(d->snapshot().network.ipv4), ip(d));
     }
 
-    void setupCountsTowardsTheLockOut()
-    {
-        vdec::VirtualDecoder* d = target([](vdec::DecoderConfig& c) { c.maxFailedLogins = 2; });
-        QVERIFY(d);
-        const DeviceNetworkCfg_t cfg = networkOf("192.168.1.41");
-        QCOMPARE(Discovery_SetupNetworkBC(&cfg, id(d), "admin", "wrong1", scaled(2000)), CMATRIX_ERR_AUTH);
-        QCOMPARE(Discovery_SetupNetworkBC(&cfg, id(d), "admin", "wrong2", scaled(2000)), CMATRIX_ERR_AUTH);
-        QCOMPARE(Discovery_SetupNetworkBC(&cfg, id(d), "admin", "admin123", scaled(2000)), CMATRIX_ERR_USER_LOCKED);
-        QCOMPARE(SdkSession().connect(d), CMATRIX_ERR_USER_LOCKED);
-        QCOMPARE(QByteArray(d->snapshot().network.ipv4), ip(d));
-    }
-
     void badDatagramsAreDropped_data()
     {
         QTest::addColumn<QByteArray>("datagram");
@@ -262,48 +248,6 @@ private slots:
         RawUdp::Bytes more;
         QVERIFY(!socket.receive(more, from, 100));
         QVERIFY(d->isRunning());
-    }
-
-    void sdkDropsBadAnswers()
-    {
-        // A fake decoder answers the SDK's probe with bad datagrams, then one good answer.
-        const QString address = kvmstest::LoopbackPool::claim();
-        RawUdp fake(address);
-        QVERIFY(fake.isValid());
-        QCOMPARE(Discovery_SetTargets(address.toLatin1() + ':' + QByteArray::number(fake.port())), CMATRIX_OK);
-        SearchCollector collector;
-        QCOMPARE(collector.start(100, 1), CMATRIX_OK);
-        Message probe;
-        RawUdp::Peer sdk;
-        QVERIFY(fake.receiveMessage(probe, sdk, scaled(2000)));
-        QCOMPARE(probe.header.type, uint16_t(MessageType::DiscoveryProbe));
-
-        const uint16_t type = responseOf(MessageType::DiscoveryProbe);
-        const uint32_t id = probe.header.requestId;
-        DeviceInfo_t device {};
-        device.devType = 9;
-        setText(device.ip, address.toLatin1());
-        auto answer = [device](const char* devId) mutable {
-            setText(device.devId, devId);
-            return RawUdp::body(DiscoveryAnswer { device });
-        };
-        RawUdp::Bytes unterminated = answer("x");
-        std::memset(unterminated.data() + 4, 'x', 32); // devId fills its field
-        const RawUdp::Bytes bad[] = {
-            RawUdp::message(uint16_t(MessageType::DiscoveryProbe), id, 0, answer("not an answer")),
-            RawUdp::message(responseOf(MessageType::GetNetwork), id, 0, answer("wrong type")),
-            RawUdp::message(type, id, 0, RawUdp::Bytes(12, 1)),
-            RawUdp::message(type, id, 0, unterminated),
-            RawUdp::Bytes(64, 0xab),
-        };
-        for (const RawUdp::Bytes& b : bad)
-            QVERIFY(fake.sendTo(sdk, b));
-        QVERIFY(fake.sendTo(sdk, RawUdp::message(type, id, 0, answer("good"))));
-
-        QTRY_COMPARE_WITH_TIMEOUT(collector.finished(), 1, scaled(5000));
-        const std::vector<DeviceInfo_t> answers = collector.answers();
-        QCOMPARE(int(answers.size()), 1);
-        QCOMPARE(QByteArray(answers.front().devId), QByteArray("good"));
     }
 };
 
