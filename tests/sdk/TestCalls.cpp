@@ -127,7 +127,7 @@ private slots:
         QTest::addColumn<std::vector<uint8_t>>("payload");
         QTest::addColumn<int>("answerType"); // 0: the right one
         const int matrix = int(MessageType::GetMatrix);
-        const auto good = FakeDecoder::payloadOf(MatrixGeometry { 2, 2, "w" });
+        const auto good = RawUdp::body(MatrixGeometry { 2, 2, "w" });
         std::vector<uint8_t> trailing = good;
         trailing.push_back(0xff);
         QTest::newRow("answer to another request") << matrix << 0 << good << int(responseOf(MessageType::GetScreens));

@@ -26,12 +26,6 @@ public:
     FakeDecoder& operator=(const FakeDecoder&) = delete;
 
     uint16_t port() const { return port_; }
-    // The payload bytes of a message body, as the codec writes them.
-    template <class Body> static std::vector<uint8_t> payloadOf(const Body& body)
-    {
-        std::vector<uint8_t> frame = cmatrix::wire::Message::encode(0, 0, 0, body);
-        return std::vector<uint8_t>(frame.begin() + cmatrix::wire::WireHeader::kSize, frame.end());
-    }
 
     void setHandler(Handler handler);
     // What a well-behaved decoder with an empty wall answers; the default handler.
