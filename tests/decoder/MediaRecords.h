@@ -1,6 +1,5 @@
 #pragma once
 
-#include "ColourChecks.h"
 #include "FrameSamples.h"
 #include "WireBuilders.h"
 
@@ -11,8 +10,6 @@
 // Media through the real SDK into virtual decoders: the grid laid out, a frame shown.
 namespace mediarecords {
 
-using colourcheck::at;
-using colourcheck::near;
 using kvmstest::window;
 
 // Grid, windows and their divisions, set through the SDK.

@@ -87,9 +87,9 @@ private slots:
 
         row("division 5", T::WindowSetDivision, body(SetDivisionRequest { 1, 5 }), division);
 
-        row("source sub-window 5 of 4", T::WindowDeviceAdd, sources(1, { source(5, "c") }), subWindow);
+        row("source sub-window 5 of 4", T::WindowDeviceAdd, sources(1, { device(5, "c") }), subWindow);
         row("five sources for four", T::WindowDeviceAdd,
-            sources(1, { source(1, "a"), source(2, "b"), source(3, "c"), source(4, "d"), source(4, "e") }, true),
+            sources(1, { device(1, "a"), device(2, "b"), device(3, "c"), device(4, "d"), device(4, "e") }, true),
             limit);
 
         // Payloads that do not parse exactly.

@@ -12,16 +12,11 @@
 #include <QtTest>
 
 #include <algorithm>
-#include <cstring>
 #include <functional>
 #include <mutex>
 
 using namespace cmatrix::wire;
 using kvmstest::scaled;
-using kvmstest::setText;
-
-using CfgEdit = std::function<void(DeviceNetworkCfg_t&)>;
-Q_DECLARE_METATYPE(CfgEdit)
 
 namespace {
 
@@ -32,17 +27,6 @@ constexpr int kRoundCentis = 25;
 QByteArray targetOf(const vdec::VirtualDecoder* d)
 {
     return QStringLiteral("%1:%2").arg(d->address()).arg(d->udpPort()).toLatin1();
-}
-
-DeviceNetworkCfg_t networkOf(const char* ip)
-{
-    DeviceNetworkCfg_t cfg {};
-    setText(cfg.ipv4, ip);
-    setText(cfg.mask, "255.255.255.0");
-    setText(cfg.gateway, "192.168.1.1");
-    setText(cfg.dns, "192.168.1.1");
-    cfg.prefixV6 = 64;
-    return cfg;
 }
 
 // What discovery rounds report through the SDK's callback, which comes on an SDK thread.
@@ -179,27 +163,6 @@ private slots:
         SearchCollector collector;
         QVERIFY(search(collector));
         QVERIFY(!collector.answersFrom(id(d)).empty());
-    }
-
-    void setupNetworkRefusals_data()
-    {
-        QTest::addColumn<CfgEdit>("edit");
-        const auto row = [&](const char* name, CfgEdit edit) { QTest::newRow(name) << edit; };
-        row("broadcast address", [](DeviceNetworkCfg_t& c) { setText(c.ipv4, "255.255.255.255"); });
-        row("IPv6 prefix too long", [](DeviceNetworkCfg_t& c) { c.prefixV6 = 129; });
-        row("address without terminator", [](DeviceNetworkCfg_t& c) { std::memset(c.ipv4, '1', sizeof c.ipv4); });
-    }
-
-    void setupNetworkRefusals()
-    {
-        QFETCH(CfgEdit, edit);
-        vdec::VirtualDecoder* d = target();
-        QVERIFY(d);
-        DeviceNetworkCfg_t cfg = networkOf("192.168.1.40");
-        setText(cfg.ipv6, "fe80::1");
-        edit(cfg);
-        QCOMPARE(Discovery_SetupNetworkBC(&cfg, id(d), "admin", "admin123", scaled(2000)), CMATRIX_ERR_INVALID_PARAM);
-        QCOMPARE(QByteArray(d->snapshot().network.ipv4), ip(d));
     }
 
     void badDatagramsAreDropped_data()
