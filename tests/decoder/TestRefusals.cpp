@@ -94,7 +94,7 @@ private slots:
         QTest::addColumn<Call>("call");
         QTest::addColumn<int>("expected");
         const int invalid = CMATRIX_ERR_INVALID_PARAM, badName = CMATRIX_ERR_NAME;
-        const int noWindow = CMATRIX_ERR_WINDOW_NOT_FOUND, noSubWindow = CMATRIX_ERR_SUBWINDOW;
+        const int noSubWindow = CMATRIX_ERR_SUBWINDOW;
 
         // One row per way of refusing: each leaves the decoder as it was.
         row("scene id above int", invalid, [](CMHANDLE h) { return CMatrix_SceneCreate(h, 0x80000000u, "Big"); });
@@ -109,7 +109,6 @@ private slots:
             return CMatrix_SchemeAddDevices(h, 1, many.data(), int(many.size()), false); // six already there
         });
 
-        row("loop in unknown window", noWindow, [](CMHANDLE h) { return CMatrix_SchemeSelect(h, 9, 1, 0); });
         row("loop of a scheme without sources", invalid, [](CMHANDLE h) { return CMatrix_SchemeSelect(h, 1, 2, 0); });
         row("resume a window that never turned", invalid,
             [](CMHANDLE h) { return CMatrix_WindowSetDisplayInTurn(h, 1, 1); });
