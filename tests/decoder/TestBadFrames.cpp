@@ -79,7 +79,6 @@ private slots:
         refused("not a picture", FrameSamples::envelope("definitely not a JPEG"), CMATRIX_ERR_DECODE);
         refused("picture claiming 30000x30000",
             FrameSamples::envelope(FrameSamples::withClaimedSize(jpeg, { 30000, 30000 })), CMATRIX_ERR_DECODE);
-        turnedAway("no such window", 99, 1, CMATRIX_ERR_WINDOW_NOT_FOUND, good);
         turnedAway("sub-window past the division", 1, 5, CMATRIX_ERR_SUBWINDOW, good);
         turnedAway("empty frame", 1, 1, CMATRIX_ERR_INVALID_PARAM, Bytes());
     }

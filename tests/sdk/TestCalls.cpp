@@ -172,13 +172,11 @@ private slots:
         static ScreenInfo_t screen;
         const int invalid = CMATRIX_ERR_INVALID_PARAM, tooLarge = CMATRIX_ERR_TOO_LARGE;
         const auto row = [](const char* n, int result, DecoderCall call) { QTest::newRow(n) << call << result; };
-        row("GetMatrix no cols", invalid, [](CMHANDLE h) { return CMatrix_GetMatrix(h, nullptr, &rows, name, 8); });
         row("GetMatrix size < 0", invalid, [](CMHANDLE h) { return CMatrix_GetMatrix(h, &cols, &rows, name, -1); });
         row("SetScreens too many", tooLarge, [](CMHANDLE h) { return CMatrix_SetScreens(h, &screen, INT_MAX, false); });
         row("DeviceAdd count < 0", invalid, [](CMHANDLE h) { return CMatrix_WindowDeviceAdd(h, 1, &device, -1, 0); });
         row("DeviceAdd too many", tooLarge,
             [](CMHANDLE h) { return CMatrix_WindowDeviceAdd(h, 1, &device, 1 << 20, 0); });
-        row("DeviceGet no out", invalid, [](CMHANDLE h) { return CMatrix_WindowDeviceGet(h, 1, nullptr); });
         row("timeout 0", invalid, [](CMHANDLE h) { return CMatrix_SetTimeout(h, 0); });
         row("Connect null address", invalid,
             [](CMHANDLE h) { return CMatrix_Connect(h, nullptr, 1, "admin", "secret", 1000); });
