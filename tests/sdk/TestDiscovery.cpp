@@ -12,6 +12,7 @@
 #include <QtTest>
 
 #include <algorithm>
+#include <atomic>
 #include <functional>
 #include <mutex>
 
@@ -31,32 +32,14 @@ QByteArray targetOf(const vdec::VirtualDecoder* d)
 
 // What discovery rounds report through the SDK's callback, which comes on an SDK thread.
 class SearchCollector {
-    template <class F> auto locked(F f) const
-    {
-        std::lock_guard<std::mutex> lock(mutex_);
-        return f();
-    }
-
 public:
     int start(int waitCentis, int probes) { return Discovery_Start(waitCentis, probes, &callback, this); }
-    int finished() const
-    {
-        return locked([this] { return finished_; });
-    }
-    int oddCalls() const
-    {
-        return locked([this] { return odd_; });
-    } // finished with a device, or neither
+    int finished() const { return finished_; }
+    int oddCalls() const { return odd_; } // finished with a device, or neither
     std::vector<DeviceInfo_t> answers() const
     {
-        return locked([this] { return answers_; });
-    }
-    std::vector<DeviceInfo_t> answersFrom(const QByteArray& devId) const
-    {
-        std::vector<DeviceInfo_t> list = answers();
-        list.erase(std::remove_if(list.begin(), list.end(), [&](const DeviceInfo_t& d) { return devId != d.devId; }),
-            list.end());
-        return list;
+        std::lock_guard<std::mutex> lock(mutex_);
+        return answers_;
     }
 
 private:
@@ -72,8 +55,8 @@ private:
 
     mutable std::mutex mutex_;
     std::vector<DeviceInfo_t> answers_;
-    int finished_ = 0;
-    int odd_ = 0;
+    std::atomic<int> finished_ { 0 };
+    std::atomic<int> odd_ { 0 };
 };
 
 } // namespace
@@ -83,23 +66,18 @@ class TestDiscovery : public QObject {
 
     kvmstest::DecoderFixture fixture_;
 
-    vdec::VirtualDecoder* start(const kvmstest::DecoderFixture::Tweak& tweak = {})
-    {
-        return fixture_.startDecoder(0, tweak);
-    }
     // A decoder that is the only discovery target; nullptr if it would not start.
-    vdec::VirtualDecoder* target(const kvmstest::DecoderFixture::Tweak& tweak = {})
+    vdec::VirtualDecoder* target()
     {
-        vdec::VirtualDecoder* d = start(tweak);
+        vdec::VirtualDecoder* d = fixture_.startDecoder();
         return d && Discovery_SetTargets(targetOf(d)) == CMATRIX_OK ? d : nullptr;
     }
     static QByteArray id(const vdec::VirtualDecoder* d) { return d->config().deviceId.toLatin1(); }
-    static QByteArray ip(const vdec::VirtualDecoder* d) { return d->address().toLatin1(); }
 
     // One round against the current targets, waited for.
-    static bool search(SearchCollector& collector, int waitCentis = kRoundCentis)
+    static bool search(SearchCollector& collector)
     {
-        if (collector.start(waitCentis, 3) != CMATRIX_OK)
+        if (collector.start(kRoundCentis, 3) != CMATRIX_OK)
             return false;
         return QTest::qWaitFor([&] { return collector.finished() == 1; }, scaled(5000));
     }
@@ -162,7 +140,8 @@ private slots:
         // A refused list leaves the previous one in place.
         SearchCollector collector;
         QVERIFY(search(collector));
-        QVERIFY(!collector.answersFrom(id(d)).empty());
+        const std::vector<DeviceInfo_t> answers = collector.answers();
+        QVERIFY(std::any_of(answers.begin(), answers.end(), [&](const DeviceInfo_t& a) { return id(d) == a.devId; }));
     }
 
     void badDatagramsAreDropped_data()
@@ -190,7 +169,7 @@ private slots:
     void badDatagramsAreDropped()
     {
         QFETCH(QByteArray, datagram);
-        vdec::VirtualDecoder* d = start();
+        vdec::VirtualDecoder* d = fixture_.startDecoder();
         QVERIFY(d);
         RawUdp socket;
         QVERIFY(socket.isValid());
