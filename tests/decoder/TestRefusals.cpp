@@ -46,30 +46,13 @@ Call bannerWith(std::function<void(BannerInfo_t&)> change)
     return with(banner("Notice"), change, CMatrix_DisplayBanner);
 }
 
-Call audioWith(DeviceAudioInfo_t a)
-{
-    return [a](CMHANDLE h) { return CMatrix_SetAudioStatus(h, &a); };
-}
-
-Call playHdmi(int windowId, int subWindowId, int input)
+// Plays something in sub-window `sub` of window 1.
+template <class Source> Call play(int sub, int (*call)(CMHANDLE, const WindowSlot_t*, Source), Source source)
 {
     return [=](CMHANDLE h) {
-        const WindowSlot_t slot { windowId, subWindowId };
-        return CMatrix_WindowPlayHdmiIn(h, &slot, input);
+        const WindowSlot_t slot { 1, sub };
+        return call(h, &slot, source);
     };
-}
-
-Call playFile(int windowId, int subWindowId, const QByteArray& path)
-{
-    return [=](CMHANDLE h) {
-        const WindowSlot_t slot { windowId, subWindowId };
-        return CMatrix_WindowPlayFile(h, &slot, path.constData());
-    };
-}
-
-Call setColor(int col, int row, const ScreenColor& c)
-{
-    return [=](CMHANDLE h) { return CMatrix_SetScreenColor(h, col, row, &c); };
 }
 
 } // namespace
@@ -115,12 +98,18 @@ private slots:
 
         row("banner text unterminated", invalid, bannerWith([](auto& b) { memset(b.message, 'm', sizeof b.message); }));
 
-        row("HDMI past the division", noSubWindow, playHdmi(1, 5, 0));
-        row("HDMI input past the last", invalid, playHdmi(1, 1, 2));
-        row("path leaving the stick", invalid, playFile(1, 1, "../state.json"));
+        row("HDMI past the division", noSubWindow, play(5, CMatrix_WindowPlayHdmiIn, 0));
+        row("HDMI input past the last", invalid, play(1, CMatrix_WindowPlayHdmiIn, 2));
+        row("path leaving the stick", invalid, play(1, CMatrix_WindowPlayFile, "../state.json"));
 
-        row("brightness 101", invalid, setColor(0, 0, color(101, 1, 1, 1)));
-        row("audio state unknown", invalid, audioWith(audio("loud", 1, 1, 5)));
+        row("brightness 101", invalid, [](CMHANDLE h) {
+            const ScreenColor c = color(101, 1, 1, 1);
+            return CMatrix_SetScreenColor(h, 0, 0, &c);
+        });
+        row("audio state unknown", invalid, [](CMHANDLE h) {
+            const DeviceAudioInfo_t a = audio("loud", 1, 1, 5);
+            return CMatrix_SetAudioStatus(h, &a);
+        });
     }
 
     void refusedRequests()
