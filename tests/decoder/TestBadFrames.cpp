@@ -97,7 +97,7 @@ private slots:
         QVERIFY(d);
         kvmstest::SdkSession h;
         QCOMPARE(h.connect(d), CMATRIX_OK);
-        QVERIFY(layOut(h, 1, 1, { window(1, 0, 0, 32768, 32768) }, { 4 }));
+        QVERIFY(layOut(h, 4));
 
         QCOMPARE(display(h, windowId, sub, frame), result);
 

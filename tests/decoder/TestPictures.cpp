@@ -30,7 +30,7 @@ private slots:
         QVERIFY(d);
         kvmstest::SdkSession h;
         QCOMPARE(h.connect(d), CMATRIX_OK);
-        QVERIFY(layOut(h, 1, 1, { window(1, 0, 0, 32768, 32768) }, { 1 }));
+        QVERIFY(layOut(h, 1));
         const FrameSamples::Bytes frame = FrameSamples::picture(Qt::green);
         QCOMPARE(display(h, 1, 1, frame), CMATRIX_OK);
 

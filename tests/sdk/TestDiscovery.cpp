@@ -5,7 +5,6 @@
 #include "RawUdp.h"
 #include "SuiteMain.h"
 #include "TestTimeout.h"
-#include "WireBuilders.h"
 
 #include "Messages.h"
 
@@ -13,7 +12,6 @@
 
 #include <algorithm>
 #include <atomic>
-#include <functional>
 #include <mutex>
 
 using namespace cmatrix::wire;
