@@ -2,17 +2,12 @@
 
 namespace mediarecords {
 
-bool layOut(
-    CMHANDLE handle, int cols, int rows, const std::vector<MatrixWindow_t>& windows, const std::vector<int>& divisions)
+bool layOut(CMHANDLE handle, int division)
 {
-    if (CMatrix_SetMatrix(handle, cols, rows, "Media") != CMATRIX_OK
-        || CMatrix_WindowAdd(handle, windows.data(), int(windows.size()), true) != CMATRIX_OK)
-        return false;
-    for (size_t i = 0; i < windows.size() && i < divisions.size(); ++i) {
-        if (CMatrix_WindowSetDivision(handle, int(windows[i].id), divisions[i]) != CMATRIX_OK)
-            return false;
-    }
-    return true;
+    const MatrixWindow_t whole = window(1, 0, 0, 32768, 32768);
+    return CMatrix_SetMatrix(handle, 1, 1, "Media") == CMATRIX_OK
+        && CMatrix_WindowAdd(handle, &whole, 1, true) == CMATRIX_OK
+        && CMatrix_WindowSetDivision(handle, 1, division) == CMATRIX_OK;
 }
 
 int display(CMHANDLE handle, int windowId, int sub, const FrameSamples::Bytes& frame)

@@ -1,23 +1,17 @@
 #pragma once
 
-#include "ColourChecks.h"
 #include "FrameSamples.h"
 #include "WireBuilders.h"
 
 #include "CMatrixSDK.h"
 
-#include <vector>
-
 // Media through the real SDK into virtual decoders: the grid laid out, a frame shown.
 namespace mediarecords {
 
-using colourcheck::at;
-using colourcheck::near;
 using kvmstest::window;
 
-// Grid, windows and their divisions, set through the SDK.
-bool layOut(
-    CMHANDLE handle, int cols, int rows, const std::vector<MatrixWindow_t>& windows, const std::vector<int>& divisions);
+// A 1 x 1 grid under window 1 of `division` sub-windows, set through the SDK.
+bool layOut(CMHANDLE handle, int division);
 int display(CMHANDLE handle, int windowId, int sub, const FrameSamples::Bytes& frame);
 
 } // namespace mediarecords

@@ -1,6 +1,6 @@
-#include "DecoderFixture.h"
 #include "LoopbackPool.h"
 #include "SuiteMain.h"
+#include "TestClient.h"
 #include "TestTimeout.h"
 
 #include <QDeadlineTimer>
@@ -14,11 +14,7 @@ using kvmstest::TestClient;
 class TestDaemon : public QObject {
     Q_OBJECT
 
-    kvmstest::DecoderFixture fixture_;
-
 private slots:
-    void cleanup() { fixture_.cleanup(); }
-
     void daemonListensAndStops()
     {
         QTemporaryDir dir;
@@ -59,30 +55,17 @@ private slots:
         QVERIFY(QFile::exists(dir.filePath("state.json")));
     }
 
-    void daemonRefusesBadArguments_data()
+    void daemonRefusesAnAddressOutsideLoopback()
     {
-        QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<QString>("complaint");
-
-        // Refused before anything is opened: the address is only checked, never used.
-        QTest::newRow("address outside loopback")
-            << QStringList { "--address", "192.0.2.1" } << "not a loopback address";
-    }
-
-    void daemonRefusesBadArguments()
-    {
-        QFETCH(QStringList, arguments);
-        QFETCH(QString, complaint);
-
         QTemporaryDir dir;
         QVERIFY(dir.isValid());
         QProcess daemon;
-        daemon.start(VIRTUAL_DECODER_PATH,
-            QStringList { "--address", kvmstest::LoopbackPool::claim(), "--state-dir", dir.path() } + arguments);
+        // Refused before anything is opened: the address is only checked, never used.
+        daemon.start(VIRTUAL_DECODER_PATH, { "--address", "192.0.2.1", "--state-dir", dir.path() });
         QVERIFY(daemon.waitForFinished(kvmstest::scaled(5000)));
         QCOMPARE(daemon.exitCode(), 2);
         const QString errors = QString::fromUtf8(daemon.readAllStandardError());
-        QVERIFY2(errors.contains(complaint), qPrintable(errors));
+        QVERIFY2(errors.contains("not a loopback address"), qPrintable(errors));
         QVERIFY(daemon.readAllStandardOutput().isEmpty());
     }
 };

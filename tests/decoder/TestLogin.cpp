@@ -47,7 +47,6 @@ private slots:
         const TestClient::Bytes addBytes = TestClient::encodeBody(add);
         QTest::newRow("WindowAdd") << int(MessageType::WindowAdd)
                                    << QByteArray(reinterpret_cast<const char*>(addBytes.data()), int(addBytes.size()));
-        QTest::newRow("unknown type") << 0x0777 << QByteArray();
         QTest::newRow("malformed payload") << int(MessageType::SetMatrix) << QByteArray("\x01", 1);
     }
 

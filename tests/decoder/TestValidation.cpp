@@ -71,7 +71,6 @@ private slots:
         row("grid 0 columns", T::SetMatrix, body(MatrixGeometry { 0, 2, "W" }), invalid);
         row("grid 64-byte name", T::SetMatrix, body(MatrixGeometry { 2, 2, std::string(64, 'n') }), badName);
 
-        row("time month 13", T::SetTime, body(SetTimeRequest { 2024, 13, 1, 0, 0, 0 }), invalid);
         row("status 3", T::SetStatus, body(SetStatusRequest { 3, "" }), invalid);
         row("screen outside grid", T::SetScreens, body(ScreenList { { screen(16, "s") }, false }), invalid);
 
@@ -83,16 +82,14 @@ private slots:
             limit);
 
         row("delete unknown among known", T::WindowDel, body(IdList { { 1, 99 } }), noWindow);
-        row("move unknown", T::WindowMove, body(WindowMoveRequest { window(99, 0, 0, 10, 10) }), noWindow);
 
         row("full screen sub-window 5 of 4", T::WindowSetFullScreen, body(FullScreenRequest { 1, 5, 1 }), subWindow);
 
         row("division 5", T::WindowSetDivision, body(SetDivisionRequest { 1, 5 }), division);
 
-        row("source unknown window", T::WindowDeviceAdd, sources(99, { source(1, "c") }), noWindow);
-        row("source sub-window 5 of 4", T::WindowDeviceAdd, sources(1, { source(5, "c") }), subWindow);
+        row("source sub-window 5 of 4", T::WindowDeviceAdd, sources(1, { device(5, "c") }), subWindow);
         row("five sources for four", T::WindowDeviceAdd,
-            sources(1, { source(1, "a"), source(2, "b"), source(3, "c"), source(4, "d"), source(4, "e") }, true),
+            sources(1, { device(1, "a"), device(2, "b"), device(3, "c"), device(4, "d"), device(4, "e") }, true),
             limit);
 
         // Payloads that do not parse exactly.

@@ -21,7 +21,6 @@ private slots:
         QTest::addColumn<QByteArray>("content");
         QTest::newRow("not JSON") << QByteArray(R"({"format": 1, "wall": )");
         QTest::newRow("grid out of range") << QByteArray(R"({"format": 1, "accounts": [], "wall": {"cols": 40}})");
-        QTest::newRow("unknown format") << QByteArray(R"({"format": 99})");
     }
 
     void corruptStateStartsFresh()

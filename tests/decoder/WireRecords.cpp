@@ -4,19 +4,6 @@
 
 namespace wirerecords {
 
-DeviceInfo_t source(int32_t subWindow, const char* devId, int32_t channel)
-{
-    DeviceInfo_t d;
-    auto* bytes = reinterpret_cast<uint8_t*>(&d);
-    for (size_t i = 0; i < sizeof d; ++i)
-        bytes[i] = uint8_t(i * 7 + channel);
-    d.subWindow = subWindow;
-    memset(d.devId, 0, sizeof d.devId);
-    strncpy(d.devId, devId, sizeof d.devId - 1);
-    d.channel = channel;
-    return d;
-}
-
 ScreenInfo_t screen(int32_t position, const char* name)
 {
     ScreenInfo_t s {};
@@ -41,7 +28,7 @@ kvmstest::TestClient* standardWall(kvmstest::DecoderFixture& fixture, vdec::Virt
                WindowAddRequest { { window(1, 0, 0, 8192, 8192), window(2, 1000, 1000, 4000, 3000, true) }, false })
             == CMATRIX_OK
         && c->call(MessageType::WindowSetDivision, SetDivisionRequest { 1, 4 }) == CMATRIX_OK
-        && c->call(MessageType::WindowDeviceAdd, WindowDevices { 1, { source(2, "cam-2") }, false }) == CMATRIX_OK;
+        && c->call(MessageType::WindowDeviceAdd, WindowDevices { 1, { device(2, "cam-2") }, false }) == CMATRIX_OK;
     if (decoder)
         *decoder = d;
     return ok ? c : nullptr;

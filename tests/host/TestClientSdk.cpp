@@ -35,35 +35,6 @@ private slots:
 
     void cleanupTestCase() { set_log_file(QString()); }
 
-    void logLineFormat_data()
-    {
-        QTest::addColumn<QString>("message");
-        QTest::addColumn<QString>("extra");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("line breaks") << QString("two\nlines") << QString("a\r\nb") << QString("two lines a b");
-        QTest::newRow("non-ASCII") << QString::fromUtf8("电视墙") << QString() << QString::fromUtf8("电视墙");
-    }
-
-    void logLineFormat()
-    {
-        QFETCH(QString, message);
-        QFETCH(QString, extra);
-        QFETCH(QString, expected);
-        // A new file per row also checks that switching files takes effect at once.
-        const QString path = dir_.filePath(QString::fromLatin1(QTest::currentDataTag()) + QStringLiteral(".log"));
-        set_log_file(path);
-        const QDateTime before = QDateTime::currentDateTime().addMSecs(-1);
-        log_info(message, extra);
-
-        const QStringList lines = readLines(path);
-        QCOMPARE(lines.size(), 1);
-        QVERIFY2(QRegularExpression(QStringLiteral("^%1 ").arg(kStampPattern)).match(lines[0]).hasMatch(),
-            qPrintable(lines[0]));
-        QCOMPARE(lines[0].mid(24), expected);
-        const QDateTime stamp = QDateTime::fromString(lines[0].left(23), QStringLiteral("yyyy-MM-dd hh:mm:ss.zzz"));
-        QVERIFY(stamp >= before && stamp <= QDateTime::currentDateTime());
-    }
-
     void concurrentLinesStayWhole()
     {
         const QString path = dir_.filePath(QStringLiteral("threads.log"));

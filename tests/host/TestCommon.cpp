@@ -3,6 +3,7 @@
 #include "SingletonProbe.h"
 #include "SuiteMain.h"
 
+#include <QDeadlineTimer>
 #include <QtTest>
 
 #include <atomic>
@@ -13,19 +14,24 @@ using KCOMMON::KSingleton;
 
 namespace {
 
+constexpr int kThreads = 8;
 std::atomic<int> innerConstructions { 0 };
 std::atomic<int> slowConstructions { 0 };
+std::atomic<int> arrived { 0 }; // threads on their way into instance()
 
 struct InnerSingleton {
     InnerSingleton() { ++innerConstructions; }
 };
 
-// Slow to build and asks for another singleton while being built, to widen the race.
+// Built only once every thread is on its way in, so all of them race for it; and asks for
+// another singleton while being built.
 struct SlowSingleton {
     SlowSingleton()
     {
         ++slowConstructions;
-        QThread::msleep(30);
+        QDeadlineTimer deadline(5000);
+        while (arrived < kThreads && !deadline.hasExpired())
+            std::this_thread::yield();
         inner = KSingleton<InnerSingleton>::instance();
     }
     InnerSingleton* inner = nullptr;
@@ -39,18 +45,14 @@ class TestCommon : public QObject {
 private slots:
     void singletonIsCreatedOnceAcrossThreads()
     {
-        const int threadCount = 8;
-        std::atomic<bool> go { false };
-        std::vector<SlowSingleton*> seen(threadCount, nullptr);
+        std::vector<SlowSingleton*> seen(kThreads, nullptr);
         std::vector<std::thread> threads;
-        for (int i = 0; i < threadCount; ++i) {
-            threads.emplace_back([&go, &seen, i] {
-                while (!go.load())
-                    std::this_thread::yield();
+        for (int i = 0; i < kThreads; ++i) {
+            threads.emplace_back([&seen, i] {
+                ++arrived;
                 seen[i] = KSingleton<SlowSingleton>::instance();
             });
         }
-        go = true;
         for (auto& thread : threads)
             thread.join();
 

@@ -3,27 +3,19 @@
 #include "DecoderFixture.h"
 #include "LoopbackPool.h"
 #include "RawUdp.h"
-#include "SdkSession.h"
 #include "SuiteMain.h"
 #include "TestTimeout.h"
-#include "WireBuilders.h"
 
 #include "Messages.h"
 
 #include <QtTest>
 
 #include <algorithm>
-#include <cstring>
-#include <functional>
+#include <atomic>
 #include <mutex>
 
 using namespace cmatrix::wire;
 using kvmstest::scaled;
-using kvmstest::SdkSession;
-using kvmstest::setText;
-
-using CfgEdit = std::function<void(DeviceNetworkCfg_t&)>;
-Q_DECLARE_METATYPE(CfgEdit)
 
 namespace {
 
@@ -36,36 +28,16 @@ QByteArray targetOf(const vdec::VirtualDecoder* d)
     return QStringLiteral("%1:%2").arg(d->address()).arg(d->udpPort()).toLatin1();
 }
 
-DeviceNetworkCfg_t networkOf(const char* ip)
-{
-    DeviceNetworkCfg_t cfg {};
-    setText(cfg.ipv4, ip);
-    setText(cfg.mask, "255.255.255.0");
-    setText(cfg.gateway, "192.168.1.1");
-    setText(cfg.dns, "192.168.1.1");
-    cfg.prefixV6 = 64;
-    return cfg;
-}
-
 // What discovery rounds report through the SDK's callback, which comes on an SDK thread.
 class SearchCollector {
-    template <class F> auto locked(F f) const
-    {
-        std::lock_guard<std::mutex> lock(mutex_);
-        return f();
-    }
-
 public:
     int start(int waitCentis, int probes) { return Discovery_Start(waitCentis, probes, &callback, this); }
-    int finished() const { return locked([this] { return finished_; }); }
-    int oddCalls() const { return locked([this] { return odd_; }); } // finished with a device, or neither
-    std::vector<DeviceInfo_t> answers() const { return locked([this] { return answers_; }); }
-    std::vector<DeviceInfo_t> answersFrom(const QByteArray& devId) const
+    int finished() const { return finished_; }
+    int oddCalls() const { return odd_; } // finished with a device, or neither
+    std::vector<DeviceInfo_t> answers() const
     {
-        std::vector<DeviceInfo_t> list = answers();
-        list.erase(std::remove_if(list.begin(), list.end(), [&](const DeviceInfo_t& d) { return devId != d.devId; }),
-            list.end());
-        return list;
+        std::lock_guard<std::mutex> lock(mutex_);
+        return answers_;
     }
 
 private:
@@ -81,8 +53,8 @@ private:
 
     mutable std::mutex mutex_;
     std::vector<DeviceInfo_t> answers_;
-    int finished_ = 0;
-    int odd_ = 0;
+    std::atomic<int> finished_ { 0 };
+    std::atomic<int> odd_ { 0 };
 };
 
 } // namespace
@@ -92,23 +64,18 @@ class TestDiscovery : public QObject {
 
     kvmstest::DecoderFixture fixture_;
 
-    vdec::VirtualDecoder* start(const kvmstest::DecoderFixture::Tweak& tweak = {})
-    {
-        return fixture_.startDecoder(0, tweak);
-    }
     // A decoder that is the only discovery target; nullptr if it would not start.
-    vdec::VirtualDecoder* target(const kvmstest::DecoderFixture::Tweak& tweak = {})
+    vdec::VirtualDecoder* target()
     {
-        vdec::VirtualDecoder* d = start(tweak);
+        vdec::VirtualDecoder* d = fixture_.startDecoder();
         return d && Discovery_SetTargets(targetOf(d)) == CMATRIX_OK ? d : nullptr;
     }
     static QByteArray id(const vdec::VirtualDecoder* d) { return d->config().deviceId.toLatin1(); }
-    static QByteArray ip(const vdec::VirtualDecoder* d) { return d->address().toLatin1(); }
 
     // One round against the current targets, waited for.
-    static bool search(SearchCollector& collector, int waitCentis = kRoundCentis)
+    static bool search(SearchCollector& collector)
     {
-        if (collector.start(waitCentis, 3) != CMATRIX_OK)
+        if (collector.start(kRoundCentis, 3) != CMATRIX_OK)
             return false;
         return QTest::qWaitFor([&] { return collector.finished() == 1; }, scaled(5000));
     }
@@ -171,40 +138,8 @@ private slots:
         // A refused list leaves the previous one in place.
         SearchCollector collector;
         QVERIFY(search(collector));
-        QVERIFY(!collector.answersFrom(id(d)).empty());
-    }
-
-    void setupNetworkRefusals_data()
-    {
-        QTest::addColumn<CfgEdit>("edit");
-        const auto row = [&](const char* name, CfgEdit edit) { QTest::newRow(name) << edit; };
-        row("broadcast address", [](DeviceNetworkCfg_t& c) { setText(c.ipv4, "255.255.255.255"); });
-        row("IPv6 prefix too long", [](DeviceNetworkCfg_t& c) { c.prefixV6 = 129; });
-        row("address without terminator", [](DeviceNetworkCfg_t& c) { std::memset(c.ipv4, '1', sizeof c.ipv4); });
-    }
-
-    void setupNetworkRefusals()
-    {
-        QFETCH(CfgEdit, edit);
-        vdec::VirtualDecoder* d = target();
-        QVERIFY(d);
-        DeviceNetworkCfg_t cfg = networkOf("192.168.1.40");
-        setText(cfg.ipv6, "fe80::1");
-        edit(cfg);
-        QCOMPARE(Discovery_SetupNetworkBC(&cfg, id(d), "admin", "admin123", scaled(2000)), CMATRIX_ERR_INVALID_PARAM);
-        QCOMPARE(QByteArray(d->snapshot().network.ipv4), ip(d));
-    }
-
-    void setupCountsTowardsTheLockOut()
-    {
-        vdec::VirtualDecoder* d = target([](vdec::DecoderConfig& c) { c.maxFailedLogins = 2; });
-        QVERIFY(d);
-        const DeviceNetworkCfg_t cfg = networkOf("192.168.1.41");
-        QCOMPARE(Discovery_SetupNetworkBC(&cfg, id(d), "admin", "wrong1", scaled(2000)), CMATRIX_ERR_AUTH);
-        QCOMPARE(Discovery_SetupNetworkBC(&cfg, id(d), "admin", "wrong2", scaled(2000)), CMATRIX_ERR_AUTH);
-        QCOMPARE(Discovery_SetupNetworkBC(&cfg, id(d), "admin", "admin123", scaled(2000)), CMATRIX_ERR_USER_LOCKED);
-        QCOMPARE(SdkSession().connect(d), CMATRIX_ERR_USER_LOCKED);
-        QCOMPARE(QByteArray(d->snapshot().network.ipv4), ip(d));
+        const std::vector<DeviceInfo_t> answers = collector.answers();
+        QVERIFY(std::any_of(answers.begin(), answers.end(), [&](const DeviceInfo_t& a) { return id(d) == a.devId; }));
     }
 
     void badDatagramsAreDropped_data()
@@ -220,7 +155,6 @@ private slots:
         badMagic[0] ^= 0xff;
         RawUdp::Bytes oversized = RawUdp::message(uint16_t(MessageType::DiscoveryProbe), 7, 0, RawUdp::Bytes(9000, 0));
 
-        QTest::newRow("half a header") << bytes(probe).left(10);
         QTest::newRow("payload cut short") << bytes(truncated);
         QTest::newRow("bad magic") << bytes(badMagic);
         QTest::newRow("oversized") << bytes(oversized);
@@ -233,7 +167,7 @@ private slots:
     void badDatagramsAreDropped()
     {
         QFETCH(QByteArray, datagram);
-        vdec::VirtualDecoder* d = start();
+        vdec::VirtualDecoder* d = fixture_.startDecoder();
         QVERIFY(d);
         RawUdp socket;
         QVERIFY(socket.isValid());
@@ -251,51 +185,11 @@ private slots:
         QVERIFY(answer.decode(body));
         QCOMPARE(QByteArray(body.device.devId), id(d));
         QCOMPARE(from.port, d->udpPort());
-        RawUdp::Bytes more;
-        QVERIFY(!socket.receive(more, from, 100));
+        // Nor later: the next thing back answers the next probe.
+        QVERIFY(socket.sendTo(decoder, RawUdp::message(uint16_t(MessageType::DiscoveryProbe), 43, 0, {})));
+        QVERIFY(socket.receiveMessage(answer, from, scaled(2000)));
+        QCOMPARE(answer.header.requestId, 43u);
         QVERIFY(d->isRunning());
-    }
-
-    void sdkDropsBadAnswers()
-    {
-        // A fake decoder answers the SDK's probe with bad datagrams, then one good answer.
-        const QString address = kvmstest::LoopbackPool::claim();
-        RawUdp fake(address);
-        QVERIFY(fake.isValid());
-        QCOMPARE(Discovery_SetTargets(address.toLatin1() + ':' + QByteArray::number(fake.port())), CMATRIX_OK);
-        SearchCollector collector;
-        QCOMPARE(collector.start(100, 1), CMATRIX_OK);
-        Message probe;
-        RawUdp::Peer sdk;
-        QVERIFY(fake.receiveMessage(probe, sdk, scaled(2000)));
-        QCOMPARE(probe.header.type, uint16_t(MessageType::DiscoveryProbe));
-
-        const uint16_t type = responseOf(MessageType::DiscoveryProbe);
-        const uint32_t id = probe.header.requestId;
-        DeviceInfo_t device {};
-        device.devType = 9;
-        setText(device.ip, address.toLatin1());
-        auto answer = [device](const char* devId) mutable {
-            setText(device.devId, devId);
-            return RawUdp::body(DiscoveryAnswer { device });
-        };
-        RawUdp::Bytes unterminated = answer("x");
-        std::memset(unterminated.data() + 4, 'x', 32); // devId fills its field
-        const RawUdp::Bytes bad[] = {
-            RawUdp::message(uint16_t(MessageType::DiscoveryProbe), id, 0, answer("not an answer")),
-            RawUdp::message(responseOf(MessageType::GetNetwork), id, 0, answer("wrong type")),
-            RawUdp::message(type, id, 0, RawUdp::Bytes(12, 1)),
-            RawUdp::message(type, id, 0, unterminated),
-            RawUdp::Bytes(64, 0xab),
-        };
-        for (const RawUdp::Bytes& b : bad)
-            QVERIFY(fake.sendTo(sdk, b));
-        QVERIFY(fake.sendTo(sdk, RawUdp::message(type, id, 0, answer("good"))));
-
-        QTRY_COMPARE_WITH_TIMEOUT(collector.finished(), 1, scaled(5000));
-        const std::vector<DeviceInfo_t> answers = collector.answers();
-        QCOMPARE(int(answers.size()), 1);
-        QCOMPARE(QByteArray(answers.front().devId), QByteArray("good"));
     }
 };
 

@@ -28,11 +28,6 @@ bool CameraSim::available()
     return QFileInfo(program()).isExecutable();
 }
 
-qint64 CameraSim::pid() const
-{
-    return process_ ? process_->processId() : 0;
-}
-
 bool CameraSim::start(const QString& address, const QStringList& cameras, quint16 port, const QStringList& extra)
 {
     stop();

@@ -22,7 +22,6 @@ public:
     void stop();
     quint16 port() const { return port_; }
     const QString& error() const { return error_; }
-    qint64 pid() const;
 
 private:
     std::unique_ptr<QProcess> process_;

@@ -1,10 +1,9 @@
 #include "CaptureRig.h"
 
 #include "KovCapThread.h"
-#include "QueuedSignalSpy.h"
 #include "TestTimeout.h"
+#include "WorkerSuite.h"
 
-#include "KSingleton.h"
 #include "LogInfo.h"
 
 #include <QFile>
@@ -12,13 +11,12 @@
 
 #include <cstring>
 
-using kvms_matrix::MatrixInfo;
 using kvms_matrix::MatrixSdkWorker;
 using kvmstest::scaled;
 
 MatrixSdkWorker* CaptureRig::worker()
 {
-    return KCOMMON::KSingleton<MatrixSdkWorker>::instance();
+    return kvmstest::WorkerSuite::worker();
 }
 
 CaptureRig::Envelope CaptureRig::unpack(const QByteArray& packed)
@@ -41,20 +39,7 @@ vdec::VirtualDecoder* CaptureRig::startDecoder(const kvmstest::DecoderFixture::T
 
 CaptureRig::Handle CaptureRig::connect(const vdec::VirtualDecoder* decoder)
 {
-    MatrixInfo info;
-    info.type = 0;
-    info.ip = decoder->address();
-    info.manager_port = decoder->port();
-    info.port = decoder->port();
-    info.username = decoder->config().adminUser;
-    info.password = QStringLiteral("admin123");
-    info.version = decoder->config().firmwareVersion;
-    QueuedSignalSpy results(worker(), &MatrixSdkWorker::signalConnectMatrixResult);
-    worker()->connectMatrix(info, nullptr);
-    if (!results.wait(scaled(6000)))
-        return {};
-    const QVariantList args = results.takeFirst();
-    return args.at(1).toInt() == CMATRIX_OK ? args.at(0).value<Handle>() : Handle();
+    return kvmstest::WorkerSuite::connectWorker(decoder);
 }
 
 bool CaptureRig::layOut(const Handle& handle, int windowId, int division)

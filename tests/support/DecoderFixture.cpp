@@ -35,7 +35,7 @@ vdec::VirtualDecoder* DecoderFixture::startDecoder(int n, const Tweak& tweak)
         return nullptr;
     }
     vdec::DecoderConfig config;
-    config.address = loopback(n);
+    config.address = QStringLiteral("127.0.0.%1").arg(n);
     config.stateDir = dir->path();
     config.deviceId = QStringLiteral("VD%1").arg(n, 8, 10, QLatin1Char('0'));
     if (tweak)

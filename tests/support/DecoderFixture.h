@@ -24,8 +24,6 @@ public:
     DecoderFixture(const DecoderFixture&) = delete;
     DecoderFixture& operator=(const DecoderFixture&) = delete;
 
-    static QString loopback(int n) { return QStringLiteral("127.0.0.%1").arg(n); }
-
     // A running decoder on 127.0.0.n, or with n = 0 on an address claimed from LoopbackPool
     // (reused by this fixture after cleanup()); nullptr (with a warning) if it would not start.
     vdec::VirtualDecoder* startDecoder(int n = 0, const Tweak& tweak = {});

@@ -1,7 +1,5 @@
 #include "FakeDecoder.h"
 
-#include "RawUdp.h"
-
 #include <algorithm>
 #include <arpa/inet.h>
 #include <cerrno>
@@ -38,19 +36,6 @@ FakeDecoder::~FakeDecoder()
     ::close(listenFd_);
 }
 
-uint16_t FakeDecoder::unusedPort()
-{
-    const int fd = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    sockaddr_in address {};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t length = sizeof address;
-    ::bind(fd, reinterpret_cast<sockaddr*>(&address), length);
-    ::getsockname(fd, reinterpret_cast<sockaddr*>(&address), &length);
-    ::close(fd);
-    return ntohs(address.sin_port);
-}
-
 void FakeDecoder::setHandler(Handler handler)
 {
     std::lock_guard<std::mutex> lock(mutex_);
@@ -73,11 +58,6 @@ void FakeDecoder::answerPlainly(const Message& request)
     default:
         return reply(request);
     }
-}
-
-void FakeDecoder::replyBytes(const Message& request, int32_t status, const std::vector<uint8_t>& payload)
-{
-    sendRaw(RawUdp::message(uint16_t(request.header.type | kResponseFlag), request.header.requestId, status, payload));
 }
 
 void FakeDecoder::sendRaw(std::vector<uint8_t> bytes)

@@ -26,14 +26,6 @@ public:
     FakeDecoder& operator=(const FakeDecoder&) = delete;
 
     uint16_t port() const { return port_; }
-    // The payload bytes of a message body, as the codec writes them.
-    template <class Body> static std::vector<uint8_t> payloadOf(const Body& body)
-    {
-        std::vector<uint8_t> frame = cmatrix::wire::Message::encode(0, 0, 0, body);
-        return std::vector<uint8_t>(frame.begin() + cmatrix::wire::WireHeader::kSize, frame.end());
-    }
-    // A loopback port nothing listens on (just released by the system).
-    static uint16_t unusedPort();
 
     void setHandler(Handler handler);
     // What a well-behaved decoder with an empty wall answers; the default handler.
@@ -51,8 +43,6 @@ public:
     {
         reply(request, status, cmatrix::wire::Empty {});
     }
-    // Answers with a payload given as raw bytes.
-    void replyBytes(const cmatrix::wire::Message& request, int32_t status, const std::vector<uint8_t>& payload);
     // Bytes as they are, on the current client (queued while a batch is reversed).
     void sendRaw(std::vector<uint8_t> bytes);
     void dropClient();

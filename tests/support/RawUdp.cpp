@@ -43,12 +43,12 @@ bool RawUdp::sendTo(const Peer& to, const Bytes& datagram) const
         == ssize_t(datagram.size());
 }
 
-bool RawUdp::receive(Bytes& datagram, Peer& from, int timeoutMs) const
+bool RawUdp::receiveMessage(Message& message, Peer& from, int timeoutMs) const
 {
     pollfd p { fd_, POLLIN, 0 };
     if (::poll(&p, 1, timeoutMs) != 1)
         return false;
-    datagram.resize(65536);
+    Bytes datagram(65536);
     sockaddr_in sa {};
     socklen_t length = sizeof sa;
     const ssize_t n = ::recvfrom(fd_, datagram.data(), datagram.size(), 0, reinterpret_cast<sockaddr*>(&sa), &length);
@@ -58,14 +58,6 @@ bool RawUdp::receive(Bytes& datagram, Peer& from, int timeoutMs) const
     char text[INET_ADDRSTRLEN] = {};
     inet_ntop(AF_INET, &sa.sin_addr, text, sizeof text);
     from = { QString::fromLatin1(text), ntohs(sa.sin_port) };
-    return true;
-}
-
-bool RawUdp::receiveMessage(Message& message, Peer& from, int timeoutMs) const
-{
-    Bytes datagram;
-    if (!receive(datagram, from, timeoutMs))
-        return false;
     if (WireHeader::decode(datagram.data(), datagram.size(), message.header) != WireHeader::Parse::Ok
         || message.header.length != datagram.size() - WireHeader::kSize)
         return false;

@@ -26,9 +26,8 @@ public:
     quint16 port() const { return port_; }
 
     bool sendTo(const Peer& to, const Bytes& datagram) const;
-    // The next datagram within timeoutMs; false on timeout.
-    bool receive(Bytes& datagram, Peer& from, int timeoutMs) const;
-    // The next datagram that decodes as a message header with a length matching its size.
+    // The next datagram within timeoutMs, if it decodes as a message header with a length
+    // matching its size.
     bool receiveMessage(cmatrix::wire::Message& message, Peer& from, int timeoutMs) const;
 
     // A whole message: header with these fields, then the payload.

@@ -46,6 +46,16 @@ QByteArray bytes(const unsigned char* frame, int length)
     return frame && length > 0 ? QByteArray(reinterpret_cast<const char*>(frame), length) : QByteArray();
 }
 
+// Passes a call on to the SDK library and notes it with its result.
+template <typename F, typename... Args> int forward(SdkCall call, const char* name, Args... args)
+{
+    static const auto next = real<F>(name);
+    const int result = next(args...);
+    call.result = result;
+    note(std::move(call));
+    return result;
+}
+
 } // namespace
 
 void SdkCallTap::clear()
@@ -74,43 +84,29 @@ extern "C" {
 
 int CMatrix_DisplayFrame(CMHANDLE handle, int windowId, int channel, const unsigned char* frame, int length)
 {
-    static const auto next = real<decltype(&CMatrix_DisplayFrame)>("CMatrix_DisplayFrame");
-    SdkCall call { SdkCall::DisplayFrame, handle, windowId, channel, bytes(frame, length), 0 };
-    call.result = next(handle, windowId, channel, frame, length);
-    const int result = call.result;
-    note(std::move(call));
-    return result;
+    return forward<decltype(&CMatrix_DisplayFrame)>(
+        { SdkCall::DisplayFrame, handle, windowId, channel, bytes(frame, length), 0 }, "CMatrix_DisplayFrame", handle,
+        windowId, channel, frame, length);
 }
 
 int CMatrix_DisplayFrameWithin(
     CMHANDLE handle, int windowId, int channel, const unsigned char* frame, int length, int timeoutMs)
 {
-    static const auto next = real<decltype(&CMatrix_DisplayFrameWithin)>("CMatrix_DisplayFrameWithin");
-    SdkCall call { SdkCall::DisplayFrame, handle, windowId, channel, bytes(frame, length), 0 };
-    call.result = next(handle, windowId, channel, frame, length, timeoutMs);
-    const int result = call.result;
-    note(std::move(call));
-    return result;
+    return forward<decltype(&CMatrix_DisplayFrameWithin)>(
+        { SdkCall::DisplayFrame, handle, windowId, channel, bytes(frame, length), 0 }, "CMatrix_DisplayFrameWithin",
+        handle, windowId, channel, frame, length, timeoutMs);
 }
 
 int CMatrix_SendMediaFrame(CMMDHANDLE media, const unsigned char* frame, int length)
 {
-    static const auto next = real<decltype(&CMatrix_SendMediaFrame)>("CMatrix_SendMediaFrame");
-    SdkCall call { SdkCall::SendMediaFrame, media, 0, 0, bytes(frame, length), 0 };
-    call.result = next(media, frame, length);
-    const int result = call.result;
-    note(std::move(call));
-    return result;
+    return forward<decltype(&CMatrix_SendMediaFrame)>({ SdkCall::SendMediaFrame, media, 0, 0, bytes(frame, length), 0 },
+        "CMatrix_SendMediaFrame", media, frame, length);
 }
 
 int CMatrix_StopMediaDistribute(CMMDHANDLE media)
 {
-    static const auto next = real<decltype(&CMatrix_StopMediaDistribute)>("CMatrix_StopMediaDistribute");
-    SdkCall call { SdkCall::StopMediaDistribute, media, 0, 0, {}, 0 };
-    call.result = next(media);
-    const int result = call.result;
-    note(std::move(call));
-    return result;
+    return forward<decltype(&CMatrix_StopMediaDistribute)>(
+        { SdkCall::StopMediaDistribute, media, 0, 0, {}, 0 }, "CMatrix_StopMediaDistribute", media);
 }
 
 } // extern "C"

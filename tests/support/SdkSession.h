@@ -22,7 +22,6 @@ public:
     SdkSession& operator=(const SdkSession&) = delete;
 
     CMHANDLE handle() const { return handle_; }
-    CMHANDLE get() const { return handle_; }
     operator CMHANDLE() const { return handle_; }
 
     // Logs in as the decoder's admin (with its password unless one is given); once in,

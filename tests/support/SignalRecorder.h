@@ -19,7 +19,6 @@ public:
 
     SignalRecorder(QObject* sender, const QMetaObject& declaring);
 
-    QList<Event> events() const { return m_events; }
     QList<QByteArray> names() const;
     // The arguments of the recorded signals of this name, oldest first.
     QList<QVariantList> argsOf(const QByteArray& name) const;

@@ -19,7 +19,7 @@ namespace kvmstest {
 namespace {
 
 using Key = std::pair<int, std::string>; // rank, class name
-int gRan = 0; // objects that ran or listed their functions
+int gRan = 0; // objects that ran
 
 std::map<Key, TestFactory>& registry()
 {
@@ -68,14 +68,6 @@ int runTestObject(QObject* test, int argc, char** argv)
     bool mine = false;
     for (int i = 1; i < argc; ++i) {
         const QByteArray arg(argv[i]);
-        if (arg == "-functions") { // QTest would list the first class only, then end the process
-            const QMetaObject* meta = test->metaObject();
-            for (int m = meta->methodOffset(); m < meta->methodCount(); ++m)
-                if (isTestFunction(meta->method(m)))
-                    printf("%s()\n", meta->method(m).name().constData());
-            ++gRan;
-            return 0;
-        }
         if (arg.startsWith('-')) {
             kept.push_back(argv[i]);
             if (takesValue(arg) && i + 1 < argc)

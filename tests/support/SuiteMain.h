@@ -17,7 +17,7 @@ bool registerTestClass(const char* name, int rank, TestFactory create);
 
 // Runs one test object as QTest::qExec would, with the command line cut to what concerns it:
 // test function names it does not declare are left out, and when the line names functions of
-// other objects only, this one is skipped (returns 0). "-functions" lists its functions.
+// other objects only, this one is skipped (returns 0).
 int runTestObject(QObject* test, int argc, char** argv);
 
 // Runs the registered classes one after another and returns the number of failed tests (at most

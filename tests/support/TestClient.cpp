@@ -1,5 +1,7 @@
 #include "TestClient.h"
 
+#include "RawUdp.h"
+
 #include <arpa/inet.h>
 #include <cerrno>
 #include <chrono>
@@ -76,21 +78,9 @@ int32_t TestClient::login(const QString& user, const QString& password, QString*
     return rc;
 }
 
-static TestClient::Bytes encodeMessage(uint16_t type, uint32_t requestId, const TestClient::Bytes& payload)
-{
-    TestClient::Bytes out(WireHeader::kSize);
-    WireHeader h;
-    h.type = type;
-    h.requestId = requestId;
-    h.length = uint32_t(payload.size());
-    h.encode(out.data());
-    out.insert(out.end(), payload.begin(), payload.end());
-    return out;
-}
-
 bool TestClient::sendHeartbeat()
 {
-    return sendBytes(encodeMessage(uint16_t(Type::Heartbeat), 0, {}));
+    return sendBytes(RawUdp::message(uint16_t(Type::Heartbeat), 0, 0, {}));
 }
 
 bool TestClient::sendBytes(const Bytes& bytes)
@@ -115,7 +105,7 @@ bool TestClient::sendBytes(const Bytes& bytes)
 int32_t TestClient::callRaw(uint16_t type, const Bytes& payload, Message* reply, int timeoutMs)
 {
     const uint32_t id = nextRequestId_++;
-    if (!sendBytes(encodeMessage(type, id, payload)))
+    if (!sendBytes(RawUdp::message(type, id, 0, payload)))
         return CMATRIX_ERR_DISCONNECTED;
     const Clock::time_point deadline = Clock::now() + std::chrono::milliseconds(timeoutMs);
     for (;;) {

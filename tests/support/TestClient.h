@@ -4,6 +4,7 @@
 #include "Message.h"
 #include "MessageStream.h"
 #include "Messages.h"
+#include "RawUdp.h"
 
 #include <QString>
 
@@ -55,13 +56,7 @@ public:
     bool waitClosed(int timeoutMs);
     int heartbeatsReceived() const { return heartbeats_; }
 
-    template <class Body> static Bytes encodeBody(const Body& body)
-    {
-        Bytes out;
-        cmatrix::wire::PayloadWriter writer(out);
-        body.visit(writer);
-        return out;
-    }
+    template <class Body> static Bytes encodeBody(const Body& body) { return RawUdp::body(body); }
 
 private:
     int fd_ = -1;
