@@ -37,9 +37,12 @@ BannerConfigDlg::BannerConfigDlg(const MatrixBannerInfo& banner, bool shown, QWi
         m_banner.h = kWallUnits / 12;
         m_banner.y = kWallUnits - m_banner.h;
     }
-    if (!m_banner.fontColor.isValid())
+    // A decoder that never showed a banner reports both colours as 0: text the colour of its
+    // background would not be seen, so such a pair starts from the defaults.
+    const bool unreadable = m_banner.fontColor.isValid() && m_banner.fontColor.rgb() == m_banner.backColor.rgb();
+    if (!m_banner.fontColor.isValid() || unreadable)
         m_banner.fontColor = Qt::white;
-    if (!m_banner.backColor.isValid())
+    if (!m_banner.backColor.isValid() || unreadable)
         m_banner.backColor = QColor(0, 0, 128);
     m_message = new QLineEdit(m_banner.message, this);
     m_message->setMaxLength(kMaxMessage);

@@ -1,6 +1,7 @@
 // The canvas's context menu and keys, on crafted windows.
-#include "ActionsTests.h"
 #include "CanvasFixture.h"
+#include "OperatorMessages.h"
+#include "SuiteMain.h"
 #include "TestMain.h"
 
 #include "CanvasMenu.h"
@@ -14,6 +15,18 @@
 #include <QSignalSpy>
 
 using namespace kvms_matrix;
+
+// The canvas's menu and keys on a canvas given crafted windows (no decoder).
+class CanvasActionsTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+    void menuSendsTheCodeOfEachEntry_data();
+    void menuSendsTheCodeOfEachEntry();
+    void divisionLeavesFullDisplayFirst();
+    void keysClearAndLeaveFull();
+};
 
 namespace {
 
@@ -93,7 +106,8 @@ QList<int> args(const QList<QVariant>& signal)
 
 void CanvasActionsTest::init()
 {
-    actionstest::clearMessages();
+    OperatorMessages::collect();
+    OperatorMessages::clear();
 }
 
 void CanvasActionsTest::menuSendsTheCodeOfEachEntry_data()
@@ -158,7 +172,7 @@ void CanvasActionsTest::keysClearAndLeaveFull()
     QSignalSpy spy(KCOMMON::KSingleton<MatrixSignals>::instance(), &MatrixSignals::signalRightMemuClicked);
     QTest::keyClick(&canvas, Qt::Key_Delete);
     QCOMPARE(spy.count(), 0);
-    QCOMPARE(actionstest::messages().value(0), ControlMatrixWt::tr("please select window"));
+    QCOMPARE(OperatorMessages::all().value(0), ControlMatrixWt::tr("please select window"));
 
     QTest::mouseClick(&canvas, Qt::LeftButton, {}, pointIn(canvas, 1, 0, 2));
     QTest::keyClick(&canvas, Qt::Key_Escape); // nothing shown full: nothing sent
@@ -169,3 +183,6 @@ void CanvasActionsTest::keysClearAndLeaveFull()
     QCOMPARE(args(spy.at(0)), QList<int>({ 1, 2, 0, 2, 0 }));
     QCOMPARE(args(spy.at(1)), QList<int>({ 1, 2, 0, 12, 0 }));
 }
+
+KVMS_TEST_CLASS(CanvasActionsTest)
+#include "TestCanvasActions.moc"

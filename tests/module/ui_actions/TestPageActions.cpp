@@ -1,7 +1,8 @@
 // The wall page against one virtual decoder: drops, menu codes, refusals, pictures, joins,
 // scenes and loops, each checked on the decoder's own state.
-#include "ActionsTests.h"
 #include "DecoderFixture.h"
+#include "OperatorMessages.h"
+#include "SuiteMain.h"
 #include "TestMain.h"
 #include "TestTimeout.h"
 
@@ -36,11 +37,44 @@
 #include <QRadioButton>
 #include <QSlider>
 #include <QTabWidget>
+#include <QTemporaryDir>
 #include <QTreeWidget>
 
 using namespace kvms_matrix;
 using kvmstest::scaled;
 using Type = cmatrix::wire::MessageType;
+
+// The page against one virtual decoder: what the operator does ends on the decoder.
+class PageActionsTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void cleanupTestCase();
+    void init();
+    void dropsBindTheTreeItem_data();
+    void dropsBindTheTreeItem();
+    void menuCodesOnTheDecoder_data();
+    void menuCodesOnTheDecoder();
+    void backgroundPictureRules_data();
+    void backgroundPictureRules();
+    void grabScreenFollowsTheCaptureSettings_data();
+    void grabScreenFollowsTheCaptureSettings();
+    void joinAndUnjoinCells();
+    void scenesSaveRenameAndRecall();
+    void sceneLimit();
+    void refusedSceneSaveAndRenameKey();
+    void loopMadeInTheDialogTurnsWhereDropped();
+    void bannerPutUpAndMoved();
+    void usbFilePlayedInTheSelectedWindow();
+    void hdmiInputAndScreenColour();
+
+private:
+    QTemporaryDir dir_;
+    QString previous_;
+    vdec::VirtualDecoder* decoder_ = nullptr;
+    kvms_matrix::MatrixForm* page_ = nullptr;
+};
 
 namespace {
 
@@ -107,6 +141,7 @@ QString writeJpeg(const QString& dir, const QString& name)
 
 void PageActionsTest::initTestCase()
 {
+    OperatorMessages::collect();
     previous_ = QDir::currentPath();
     QVERIFY(dir_.isValid() && QDir::setCurrent(dir_.path()));
     decoder_ = fixture.startDecoder(61, [](vdec::DecoderConfig& c) { c.turnUnitMs = 50; });
@@ -145,7 +180,7 @@ void PageActionsTest::cleanupTestCase()
 
 void PageActionsTest::init()
 {
-    actionstest::clearMessages();
+    OperatorMessages::clear();
     decoder_->faults().clear();
 }
 
@@ -277,7 +312,7 @@ void PageActionsTest::backgroundPictureRules()
     if (message.isEmpty()) {
         // A second picture before the first is confirmed is refused.
         page_->setBackgroundPicture(3, 1, 0, path);
-        QCOMPARE(actionstest::messages().value(0),
+        QCOMPARE(OperatorMessages::all().value(0),
             MatrixForm::tr("Please add this background image after the background image was added last time."));
         QTRY_VERIFY_WITH_TIMEOUT(sourceOf(decoder_, 3, 1).startsWith(QLatin1String("pic_")), scaled(5000));
         MatrixWindowInfo shown;
@@ -286,7 +321,7 @@ void PageActionsTest::backgroundPictureRules()
             scaled(5000));
         return;
     }
-    QCOMPARE(actionstest::messages().value(0), MatrixForm::tr(qPrintable(message)).arg(name));
+    QCOMPARE(OperatorMessages::all().value(0), MatrixForm::tr(qPrintable(message)).arg(name));
     QCOMPARE(sourceOf(decoder_, 3, 1), before);
 }
 
@@ -384,7 +419,7 @@ void PageActionsTest::scenesSaveRenameAndRecall()
     row->beginRename();
     row->nameEdit()->setText(other);
     QTest::keyClick(row->nameEdit(), Qt::Key_Return);
-    QCOMPARE(actionstest::messages().value(0), MatrixForm::tr("Scene name is repeat,please input again."));
+    QCOMPARE(OperatorMessages::all().value(0), MatrixForm::tr("Scene name is repeat,please input again."));
     const QString name = QStringLiteral("\"Night\" 夜班 'A'");
     row->beginRename();
     row->nameEdit()->setText(name + QString(70, QLatin1Char('x')));
@@ -401,10 +436,10 @@ void PageActionsTest::sceneLimit()
     page_->slotGetSceneInfoResult(five);
     QTest::mouseClick(page_->sceneAddButton(), Qt::LeftButton);
     QCOMPARE(page_->sceneList()->count(), 6);
-    QVERIFY(actionstest::messages().isEmpty());
+    QVERIFY(OperatorMessages::all().isEmpty());
     QTest::mouseClick(page_->sceneAddButton(), Qt::LeftButton);
     QCOMPARE(page_->sceneList()->count(), 6);
-    QCOMPARE(actionstest::messages().value(0), MatrixForm::tr("The upper limit of the scene has been reached."));
+    QCOMPARE(OperatorMessages::all().value(0), MatrixForm::tr("The upper limit of the scene has been reached."));
     QTRY_VERIFY_WITH_TIMEOUT(decoder_->snapshot().scenes.size() >= 1, scaled(5000));
 }
 
@@ -416,7 +451,7 @@ void PageActionsTest::refusedSceneSaveAndRenameKey()
     decoder_->faults().failNext(Type::SceneCreate, CMATRIX_ERR_LIMIT);
     const size_t scenesBefore = decoder_->snapshot().scenes.size();
     QTest::mouseClick(page_->sceneAddButton(), Qt::LeftButton);
-    QTRY_COMPARE_WITH_TIMEOUT(actionstest::messages().value(0),
+    QTRY_COMPARE_WITH_TIMEOUT(OperatorMessages::all().value(0),
         MatrixForm::tr("Save scene failed(%1).").arg(CMATRIX_ERR_LIMIT), scaled(5000));
     QTRY_COMPARE_WITH_TIMEOUT(page_->sceneList()->count(), int(scenesBefore), scaled(5000));
     QCOMPARE(decoder_->snapshot().scenes.size(), scenesBefore);
@@ -482,6 +517,8 @@ void PageActionsTest::bannerPutUpAndMoved()
     QTest::mouseClick(dialog->saveButton(), Qt::LeftButton);
     QTRY_VERIFY_WITH_TIMEOUT(decoder_->snapshot().banner.show == 1, scaled(5000));
     QCOMPARE(QString::fromUtf8(decoder_->snapshot().banner.message), text);
+    // A decoder that never showed a banner reports both colours as 0; the text still stands out.
+    QVERIFY((decoder_->snapshot().banner.fontColor ^ decoder_->snapshot().banner.backColor) & 0xFFFFFFu);
     QWidget* banner = page_->canvas()->bannerWidget();
     QTRY_VERIFY_WITH_TIMEOUT(banner->isVisible(), scaled(5000));
 
@@ -505,7 +542,7 @@ void PageActionsTest::usbFilePlayedInTheSelectedWindow()
     // A stick with no files: the operator is told.
     QTest::mouseClick(page_->devFileButton(), Qt::LeftButton);
     QTRY_COMPARE_WITH_TIMEOUT(
-        actionstest::messages().value(0), MatrixForm::tr("Video file fetch is empty!"), scaled(5000));
+        OperatorMessages::all().value(0), MatrixForm::tr("Video file fetch is empty!"), scaled(5000));
 
     QFile clip(QDir(decoder_->config().stateDir).filePath(QStringLiteral("usb/clip.mp4")));
     QVERIFY(clip.open(QIODevice::WriteOnly) && clip.write(QByteArray(4096, 'v')) == 4096);
@@ -557,3 +594,6 @@ void PageActionsTest::hdmiInputAndScreenColour()
     QTRY_COMPARE_WITH_TIMEOUT(brightness(), 72, scaled(5000));
     dialog->close();
 }
+
+KVMS_TEST_CLASS(PageActionsTest)
+#include "TestPageActions.moc"
