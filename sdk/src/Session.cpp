@@ -37,6 +37,9 @@ void Session::setTiming(Connection::Timing timing)
 int Session::connect(
     const std::string& ip, uint16_t port, const std::string& user, const std::string& password, int timeoutMs)
 {
+    // An address that cannot be dialled is refused before the connection it would replace goes.
+    if (!Socket::isNumericAddress(ip))
+        return CMATRIX_ERR_INVALID_PARAM;
     const auto deadline = Clock::now() + std::chrono::milliseconds(timeoutMs);
     std::lock_guard<std::mutex> serial(connectMutex_);
     std::shared_ptr<Connection> previous;

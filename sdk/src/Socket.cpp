@@ -46,6 +46,12 @@ Socket& Socket::operator=(Socket&& other) noexcept
     return *this;
 }
 
+bool Socket::isNumericAddress(const std::string& ip)
+{
+    in6_addr parsed {};
+    return ::inet_pton(AF_INET, ip.c_str(), &parsed) == 1 || ::inet_pton(AF_INET6, ip.c_str(), &parsed) == 1;
+}
+
 int Socket::connectTo(const std::string& ip, uint16_t port, Clock::time_point deadline, Socket& out)
 {
     // Numeric addresses only, in their plain forms: the SDK takes addresses, and a name

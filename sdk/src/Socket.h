@@ -29,6 +29,8 @@ public:
 
     // Connects to a numeric IPv4 or IPv6 address before the deadline.
     static int connectTo(const std::string& ip, uint16_t port, Clock::time_point deadline, Socket& out);
+    // Whether connectTo takes this address: numeric IPv4 or IPv6 in a plain form, never a name.
+    static bool isNumericAddress(const std::string& ip);
 
     bool isValid() const { return fd_ >= 0; }
 
