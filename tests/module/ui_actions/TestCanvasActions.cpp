@@ -1,7 +1,7 @@
 // The canvas's context menu and keys, on crafted windows.
 #include "CanvasFixture.h"
-#include "OperatorMessages.h"
 #include "SuiteMain.h"
+#include "SystemAssistant.h"
 #include "TestMain.h"
 
 #include "CanvasMenu.h"
@@ -106,8 +106,7 @@ QList<int> args(const QList<QVariant>& signal)
 
 void CanvasActionsTest::init()
 {
-    OperatorMessages::collect();
-    OperatorMessages::clear();
+    canvastest::muteMessages();
 }
 
 void CanvasActionsTest::menuSendsTheCodeOfEachEntry_data()
@@ -172,7 +171,7 @@ void CanvasActionsTest::keysClearAndLeaveFull()
     QSignalSpy spy(KCOMMON::KSingleton<MatrixSignals>::instance(), &MatrixSignals::signalRightMemuClicked);
     QTest::keyClick(&canvas, Qt::Key_Delete);
     QCOMPARE(spy.count(), 0);
-    QCOMPARE(OperatorMessages::all().value(0), ControlMatrixWt::tr("please select window"));
+    QCOMPARE(SystemAssistant::recentMessages().value(0), ControlMatrixWt::tr("please select window"));
 
     QTest::mouseClick(&canvas, Qt::LeftButton, {}, pointIn(canvas, 1, 0, 2));
     QTest::keyClick(&canvas, Qt::Key_Escape); // nothing shown full: nothing sent

@@ -1,8 +1,9 @@
 // The wall page against one virtual decoder: drops, menu codes, refusals, pictures, joins,
 // scenes and loops, each checked on the decoder's own state.
+#include "CanvasFixture.h"
 #include "DecoderFixture.h"
-#include "OperatorMessages.h"
 #include "SuiteMain.h"
+#include "SystemAssistant.h"
 #include "TestMain.h"
 #include "TestTimeout.h"
 
@@ -141,7 +142,7 @@ QString writeJpeg(const QString& dir, const QString& name)
 
 void PageActionsTest::initTestCase()
 {
-    OperatorMessages::collect();
+    canvastest::muteMessages();
     previous_ = QDir::currentPath();
     QVERIFY(dir_.isValid() && QDir::setCurrent(dir_.path()));
     decoder_ = fixture.startDecoder(61, [](vdec::DecoderConfig& c) { c.turnUnitMs = 50; });
@@ -180,7 +181,7 @@ void PageActionsTest::cleanupTestCase()
 
 void PageActionsTest::init()
 {
-    OperatorMessages::clear();
+    SystemAssistant::clearRecentMessages();
     decoder_->faults().clear();
 }
 
@@ -312,7 +313,7 @@ void PageActionsTest::backgroundPictureRules()
     if (message.isEmpty()) {
         // A second picture before the first is confirmed is refused.
         page_->setBackgroundPicture(3, 1, 0, path);
-        QCOMPARE(OperatorMessages::all().value(0),
+        QCOMPARE(SystemAssistant::recentMessages().value(0),
             MatrixForm::tr("Please add this background image after the background image was added last time."));
         QTRY_VERIFY_WITH_TIMEOUT(sourceOf(decoder_, 3, 1).startsWith(QLatin1String("pic_")), scaled(5000));
         MatrixWindowInfo shown;
@@ -321,7 +322,7 @@ void PageActionsTest::backgroundPictureRules()
             scaled(5000));
         return;
     }
-    QCOMPARE(OperatorMessages::all().value(0), MatrixForm::tr(qPrintable(message)).arg(name));
+    QCOMPARE(SystemAssistant::recentMessages().value(0), MatrixForm::tr(qPrintable(message)).arg(name));
     QCOMPARE(sourceOf(decoder_, 3, 1), before);
 }
 
@@ -419,7 +420,7 @@ void PageActionsTest::scenesSaveRenameAndRecall()
     row->beginRename();
     row->nameEdit()->setText(other);
     QTest::keyClick(row->nameEdit(), Qt::Key_Return);
-    QCOMPARE(OperatorMessages::all().value(0), MatrixForm::tr("Scene name is repeat,please input again."));
+    QCOMPARE(SystemAssistant::recentMessages().value(0), MatrixForm::tr("Scene name is repeat,please input again."));
     const QString name = QStringLiteral("\"Night\" 夜班 'A'");
     row->beginRename();
     row->nameEdit()->setText(name + QString(70, QLatin1Char('x')));
@@ -436,10 +437,11 @@ void PageActionsTest::sceneLimit()
     page_->slotGetSceneInfoResult(five);
     QTest::mouseClick(page_->sceneAddButton(), Qt::LeftButton);
     QCOMPARE(page_->sceneList()->count(), 6);
-    QVERIFY(OperatorMessages::all().isEmpty());
+    QVERIFY(SystemAssistant::recentMessages().isEmpty());
     QTest::mouseClick(page_->sceneAddButton(), Qt::LeftButton);
     QCOMPARE(page_->sceneList()->count(), 6);
-    QCOMPARE(OperatorMessages::all().value(0), MatrixForm::tr("The upper limit of the scene has been reached."));
+    QCOMPARE(
+        SystemAssistant::recentMessages().value(0), MatrixForm::tr("The upper limit of the scene has been reached."));
     QTRY_VERIFY_WITH_TIMEOUT(decoder_->snapshot().scenes.size() >= 1, scaled(5000));
 }
 
@@ -451,7 +453,7 @@ void PageActionsTest::refusedSceneSaveAndRenameKey()
     decoder_->faults().failNext(Type::SceneCreate, CMATRIX_ERR_LIMIT);
     const size_t scenesBefore = decoder_->snapshot().scenes.size();
     QTest::mouseClick(page_->sceneAddButton(), Qt::LeftButton);
-    QTRY_COMPARE_WITH_TIMEOUT(OperatorMessages::all().value(0),
+    QTRY_COMPARE_WITH_TIMEOUT(SystemAssistant::recentMessages().value(0),
         MatrixForm::tr("Save scene failed(%1).").arg(CMATRIX_ERR_LIMIT), scaled(5000));
     QTRY_COMPARE_WITH_TIMEOUT(page_->sceneList()->count(), int(scenesBefore), scaled(5000));
     QCOMPARE(decoder_->snapshot().scenes.size(), scenesBefore);
@@ -542,7 +544,7 @@ void PageActionsTest::usbFilePlayedInTheSelectedWindow()
     // A stick with no files: the operator is told.
     QTest::mouseClick(page_->devFileButton(), Qt::LeftButton);
     QTRY_COMPARE_WITH_TIMEOUT(
-        OperatorMessages::all().value(0), MatrixForm::tr("Video file fetch is empty!"), scaled(5000));
+        SystemAssistant::recentMessages().value(0), MatrixForm::tr("Video file fetch is empty!"), scaled(5000));
 
     QFile clip(QDir(decoder_->config().stateDir).filePath(QStringLiteral("usb/clip.mp4")));
     QVERIFY(clip.open(QIODevice::WriteOnly) && clip.write(QByteArray(4096, 'v')) == 4096);

@@ -1,6 +1,7 @@
 #include "CanvasFixture.h"
 
 #include "ControlMatrixWt.h"
+#include "SystemAssistant.h"
 
 #include <QtTest>
 
@@ -63,6 +64,17 @@ void showCanvas(kvms_matrix::ControlMatrixWt& canvas, const QSize& size)
     canvas.resize(size);
     canvas.show();
     QVERIFY(QTest::qWaitForWindowExposed(&canvas));
+}
+
+void muteMessages()
+{
+    SystemAssistant::clearRecentMessages();
+    SystemAssistant::setMessageSink([](const QString&) {});
+}
+
+void unmuteMessages()
+{
+    SystemAssistant::setMessageSink({});
 }
 
 } // namespace canvastest

@@ -23,4 +23,9 @@ QList<kvms_matrix::MatrixWindowInfo> cellWall(int rows, int cols, int division =
 // A shown canvas of the given size whose layout has run.
 void showCanvas(kvms_matrix::ControlMatrixWt& canvas, const QSize& size);
 
+// No message box while a test runs: what the operator would be told is only recorded, and read
+// with SystemAssistant::recentMessages(). Muting clears that record.
+void muteMessages();
+void unmuteMessages();
+
 } // namespace canvastest

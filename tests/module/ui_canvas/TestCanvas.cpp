@@ -1,6 +1,5 @@
 #include "CanvasFixture.h"
 #include "SuiteMain.h"
-#include "SystemAssistant.h"
 
 #include "ControlMatrixWt.h"
 #include "MatrixPanelWt.h"
@@ -13,12 +12,8 @@ class TestCanvas : public QObject {
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        SystemAssistant::clearRecentMessages();
-        SystemAssistant::setMessageSink([](const QString&) {});
-    }
-    void cleanup() { SystemAssistant::setMessageSink({}); }
+    void init() { canvastest::muteMessages(); }
+    void cleanup() { canvastest::unmuteMessages(); }
     void fullSubWindow();
     void splicedReplacesCells();
     void hostileWallIsBounded();

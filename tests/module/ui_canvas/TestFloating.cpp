@@ -1,6 +1,5 @@
 #include "CanvasFixture.h"
 #include "SuiteMain.h"
-#include "SystemAssistant.h"
 
 #include "ControlMatrixWt.h"
 #include "FloatingGeometry.h"
@@ -19,12 +18,8 @@ class TestFloating : public QObject {
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        SystemAssistant::clearRecentMessages();
-        SystemAssistant::setMessageSink([](const QString&) {});
-    }
-    void cleanup() { SystemAssistant::setMessageSink({}); }
+    void init() { canvastest::muteMessages(); }
+    void cleanup() { canvastest::unmuteMessages(); }
     void dragFloating_data();
     void dragFloating();
     void resizeFloating();

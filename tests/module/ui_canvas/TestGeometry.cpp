@@ -1,5 +1,4 @@
 #include "CanvasFixture.h"
-#include "SystemAssistant.h"
 #include "SuiteMain.h"
 
 #include "CanvasGeometry.h"
@@ -15,12 +14,8 @@ class TestGeometry : public QObject {
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        SystemAssistant::clearRecentMessages();
-        SystemAssistant::setMessageSink([](const QString&) {});
-    }
-    void cleanup() { SystemAssistant::setMessageSink({}); }
+    void init() { canvastest::muteMessages(); }
+    void cleanup() { canvastest::unmuteMessages(); }
     void panelRects_data();
     void panelRects();
     void conversions_data();
