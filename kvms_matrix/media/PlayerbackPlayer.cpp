@@ -44,16 +44,11 @@ PlayerbackPlayer::~PlayerbackPlayer()
     Disconnect(); // no callback may reach this object while it is taken apart
 }
 
-QString PlayerbackPlayer::windowKeyOf(int windowId, int subWindowId, int windowType)
-{
-    return kvms_matrix::windowKey(windowId, subWindowId, windowType);
-}
-
 void PlayerbackPlayer::setTarget(
     QSharedPointer<CSharedHandle> connection, int windowId, int subWindowId, int windowType, int channel)
 {
     m_connection = std::move(connection);
-    m_windowKey = windowKeyOf(windowId, subWindowId, windowType);
+    m_windowKey = kvms_matrix::windowKey(windowId, subWindowId, windowType);
     m_channel = channel;
 }
 

@@ -34,7 +34,6 @@ public:
     explicit PlayerbackPlayer(QWidget* parent = nullptr);
     ~PlayerbackPlayer() override;
 
-    static QString windowKeyOf(int windowId, int subWindowId, int windowType);
     // The decoder and the place on it the frames go to.
     void setTarget(
         QSharedPointer<CSharedHandle> connection, int windowId, int subWindowId, int windowType, int channel);

@@ -2,6 +2,7 @@
 
 #include <QLatin1String>
 #include <QString>
+#include <QStringList>
 
 namespace kvms_matrix {
 
@@ -19,6 +20,23 @@ inline QString windowKey(int windowId, int subWindowId, int windowType)
     key += QLatin1String("~windowtype:");
     key += QString::number(windowType);
     return key;
+}
+
+// The sub-window a key built by windowKey() names; -1 ids for any other text.
+struct WindowPlace {
+    int windowId = -1, subWindowId = -1, windowType = 0;
+};
+
+inline WindowPlace windowPlace(const QString& key)
+{
+    const QStringList parts = key.split(QLatin1Char('~'));
+    WindowPlace place;
+    if (parts.size() == 3) {
+        place.windowId = parts.at(0).section(QLatin1Char(':'), 1).toInt();
+        place.subWindowId = parts.at(1).section(QLatin1Char(':'), 1).toInt();
+        place.windowType = parts.at(2).section(QLatin1Char(':'), 1).toInt();
+    }
+    return place;
 }
 
 } // namespace kvms_matrix

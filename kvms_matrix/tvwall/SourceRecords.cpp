@@ -118,6 +118,11 @@ QByteArray SourceRecords::deviceIdBytes(const QString& deviceId)
     return local8Bit(deviceId, sizeof(DeviceInfo_t::devId));
 }
 
+QString SourceRecords::fittedDeviceId(const QString& deviceId)
+{
+    return QString::fromLocal8Bit(deviceIdBytes(deviceId));
+}
+
 QByteArray SourceRecords::local8Bit(const QString& text, size_t fieldSize)
 {
     const QByteArray bytes = text.toLocal8Bit();

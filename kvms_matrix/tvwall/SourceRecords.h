@@ -34,6 +34,8 @@ public:
     static int cameraStream(int streamIndex);
     // The device id field as the module writes it (local 8-bit, cut to leave the NUL).
     static QByteArray deviceIdBytes(const QString& deviceId);
+    // The id as the decoder will keep it (deviceIdBytes read back), for ids the page makes up.
+    static QString fittedDeviceId(const QString& deviceId);
     // A text in the local 8-bit encoding, cut to fit a field of `fieldSize` bytes with its NUL.
     static QByteArray local8Bit(const QString& text, size_t fieldSize);
     static void copyDeviceId(DeviceInfo_t& descriptor, const QString& deviceId);

@@ -5,6 +5,7 @@
 #include "MatrixSdkWorker.h"
 #include "MatrixSignals.h"
 #include "SourcePane.h"
+#include "SourceRecords.h"
 #include "WallPlayback.h"
 
 #include "KSingleton.h"
@@ -39,17 +40,6 @@ enum Code {
 
 // The longest picture file name the decoder's name field takes after the "pic_" prefix.
 constexpr int kMaxPictureName = 89;
-// The decoder's device id field holds 31 bytes of text.
-constexpr int kDeviceIdBytes = 31;
-
-QString fitDeviceId(const QString& id)
-{
-    QString out = id;
-    while (out.toLocal8Bit().size() > kDeviceIdBytes)
-        out.chop(1);
-    return out;
-}
-
 } // namespace
 
 void MatrixForm::connectActions()
@@ -202,7 +192,7 @@ void MatrixForm::setBackgroundPicture(int windowId, int subWindowId, int windowT
     }
     MatrixDeviceInfo picture;
     picture.deviceType = 3;
-    picture.deviceId = fitDeviceId(QStringLiteral("pic_") + file.completeBaseName());
+    picture.deviceId = SourceRecords::fittedDeviceId(QStringLiteral("pic_") + file.completeBaseName());
     picture.displayName = QStringLiteral("pic_") + file.fileName();
     picture.deviceName = picture.displayName;
     picture.mainUrl = file.absoluteFilePath();
@@ -215,17 +205,15 @@ void MatrixForm::slotSetWindowSignalSourceResult(
 {
     if (addedPic)
         m_picturePending = false;
-    if (result == 0) {
-        for (const MatrixSubWindowInfo& sub : windowInfo.subWindows)
-            if (sub.subWindowId == subWindowId)
-                followProjection(windowInfo.windowId, subWindowId, sub.device.deviceType == 4);
-        m_canvas->setWindowInfo(windowInfo);
-        return;
-    }
-    MatrixDeviceInfo device;
+    MatrixDeviceInfo device; // what the sub-window was given
     for (const MatrixSubWindowInfo& sub : windowInfo.subWindows)
         if (sub.subWindowId == subWindowId)
             device = sub.device;
+    if (result == 0) {
+        followProjection(windowInfo.windowId, subWindowId, device.deviceType == 4);
+        m_canvas->setWindowInfo(windowInfo);
+        return;
+    }
     const QString name = device.displayName.isEmpty() ? device.deviceName : device.displayName;
     QString text;
     if (result == CMATRIX_ERR_LOOP_RUNNING) {

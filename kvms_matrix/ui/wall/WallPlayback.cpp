@@ -6,40 +6,13 @@
 #include "PlaybackBarWt.h"
 #include "PlayerbackPlayer.h"
 #include "SourcePane.h"
+#include "SourceRecords.h"
+#include "WindowKey.h"
 
 #include "KSingleton.h"
 #include "SystemAssistant.h"
 
 namespace kvms_matrix {
-
-namespace {
-
-constexpr int kDeviceIdBytes = 31; // the decoder's device id field
-
-QString fitDeviceId(QString id)
-{
-    while (id.toLocal8Bit().size() > kDeviceIdBytes)
-        id.chop(1);
-    return id;
-}
-
-struct WindowPlace {
-    int windowId = -1, subWindowId = -1, windowType = 0;
-};
-
-WindowPlace placeOf(const QString& key)
-{
-    const QStringList parts = key.split(QLatin1Char('~'));
-    WindowPlace place;
-    if (parts.size() == 3) {
-        place.windowId = parts.at(0).section(QLatin1Char(':'), 1).toInt();
-        place.subWindowId = parts.at(1).section(QLatin1Char(':'), 1).toInt();
-        place.windowType = parts.at(2).section(QLatin1Char(':'), 1).toInt();
-    }
-    return place;
-}
-
-} // namespace
 
 WallPlayback::WallPlayback(MatrixSdkWorker* worker, ControlMatrixWt* canvas, SourcePane* sources, HandleGetter handle,
     TipSetter tip, QWidget* page)
@@ -85,7 +58,7 @@ WallPlayback::WallPlayback(MatrixSdkWorker* worker, ControlMatrixWt* canvas, Sou
             p->seek(time);
     });
     connect(m_bar, &PlaybackBarWt::signalStop, this, [this](const QString& key) {
-        const WindowPlace place = placeOf(key);
+        const WindowPlace place = windowPlace(key);
         if (place.windowId >= 0)
             slotVideoExitback(place.windowId, place.subWindowId, place.windowType);
     });
@@ -98,7 +71,7 @@ WallPlayback::~WallPlayback()
 
 PlayerbackPlayer* WallPlayback::player(int windowId, int subWindowId, int windowType) const
 {
-    return playerOf(PlayerbackPlayer::windowKeyOf(windowId, subWindowId, windowType));
+    return playerOf(windowKey(windowId, subWindowId, windowType));
 }
 
 void WallPlayback::openDialog(int windowId, int subWindowId, int windowType)
@@ -127,12 +100,13 @@ void WallPlayback::start(int windowId, int subWindowId, int windowType, const Pl
     MatrixWindowInfo window;
     if (!handle || !m_canvas->windowInfo(windowId, windowType, &window))
         return;
-    const QString key = PlayerbackPlayer::windowKeyOf(windowId, subWindowId, windowType);
+    const QString key = windowKey(windowId, subWindowId, windowType);
     if (m_players.contains(key))
         finish(key, windowId, subWindowId, windowType, false); // a new replay takes the window over
     MatrixDeviceInfo source;
     source.deviceType = 2;
-    source.deviceId = fitDeviceId(QStringLiteral("rec_%1_%2_%3").arg(windowId).arg(subWindowId).arg(choice.channelId));
+    source.deviceId = SourceRecords::fittedDeviceId(
+        QStringLiteral("rec_%1_%2_%3").arg(windowId).arg(subWindowId).arg(choice.channelId));
     source.displayName = QStringLiteral("rec_") + choice.name;
     source.deviceName = source.displayName;
     source.channel = 0; // a fresh distribution channel
@@ -153,7 +127,7 @@ void WallPlayback::start(int windowId, int subWindowId, int windowType, const Pl
 
 void WallPlayback::onSourceBound(int result, const MatrixWindowInfo& window, int subWindowId)
 {
-    const QString key = PlayerbackPlayer::windowKeyOf(window.windowId, subWindowId, window.windowType);
+    const QString key = windowKey(window.windowId, subWindowId, window.windowType);
     if (!m_pending.contains(key))
         return;
     const PlaybackChoice choice = m_pending.take(key);
@@ -186,7 +160,7 @@ void WallPlayback::onSourceBound(int result, const MatrixWindowInfo& window, int
 
 void WallPlayback::slotVideoExitback(int windowId, int subWindowId, int windowType)
 {
-    finish(PlayerbackPlayer::windowKeyOf(windowId, subWindowId, windowType), windowId, subWindowId, windowType, true);
+    finish(windowKey(windowId, subWindowId, windowType), windowId, subWindowId, windowType, true);
 }
 
 void WallPlayback::finish(const QString& key, int windowId, int subWindowId, int windowType, bool clearWindow)
@@ -212,7 +186,7 @@ void WallPlayback::finish(const QString& key, int windowId, int subWindowId, int
 void WallPlayback::onWindowCleared(int windowId, int subWindowId, int windowType)
 {
     // Cleared by other means ("window clear"): the replay has nowhere to go.
-    const QString key = PlayerbackPlayer::windowKeyOf(windowId, subWindowId, windowType);
+    const QString key = windowKey(windowId, subWindowId, windowType);
     if (m_players.contains(key))
         finish(key, windowId, subWindowId, windowType, false);
 }
@@ -221,7 +195,7 @@ void WallPlayback::stopAll()
 {
     const QStringList keys = m_players.keys();
     for (const QString& key : keys) {
-        const WindowPlace place = placeOf(key);
+        const WindowPlace place = windowPlace(key);
         finish(key, place.windowId, place.subWindowId, place.windowType, false);
     }
 }
