@@ -66,8 +66,7 @@ struct RecordingStream::Source {
     AVPacket* filtered = nullptr;
     int stream = -1;
     int kavCodec = 0;
-    uint16_t width = 0, height = 0;
-    AVRational rate { 25, 1 };
+    KavStreamInfo info {}; // the description every key picture's envelope carries
     qint64 frameMs = 40;
     qint64 durationMs = 0;
     bool live = false;
@@ -190,13 +189,16 @@ bool RecordingStream::open(Source& s)
     if (par->width <= 0 || par->width > 0xffff || par->height <= 0 || par->height > 0xffff)
         return false;
     s.kavCodec = par->codec_id == AV_CODEC_ID_H264 ? kKavH264 : kKavHevc;
-    s.width = uint16_t(par->width);
-    s.height = uint16_t(par->height);
     AVRational rate = st->avg_frame_rate.num > 0 && st->avg_frame_rate.den > 0 ? st->avg_frame_rate : st->r_frame_rate;
     const double fps = rate.den > 0 ? av_q2d(rate) : 0;
     if (fps < 1 || fps > 120)
         rate = AVRational { 25, 1 };
-    s.rate = rate;
+    s.info.flags = KAV_STREAM_VIDEO | KAV_STREAM_AUDIO;
+    s.info.videoCodec = uint32_t(s.kavCodec);
+    s.info.frameRateNum = uint32_t(rate.num);
+    s.info.frameRateDen = uint32_t(rate.den);
+    s.info.width = uint16_t(par->width);
+    s.info.height = uint16_t(par->height);
     s.frameMs = qBound<qint64>(1, qint64(1000.0 / av_q2d(rate)), kMaxFrameGapMs);
     s.durationMs = s.fmt->duration > 0 ? s.fmt->duration / (AV_TIME_BASE / 1000) : 0;
     s.live = !s.fmt->pb || !(s.fmt->pb->seekable & AVIO_SEEKABLE_NORMAL);
@@ -338,30 +340,20 @@ void RecordingStream::relay(Source& s, AVPacket* packet)
     s.started = true;
     position_ += delta;
     if (position_ < spanMs_) {
-        QByteArray payload;
-        if (key && !kind.parameterSets && !s.parameterSets.isEmpty())
-            payload = s.parameterSets;
-        payload.append(reinterpret_cast<const char*>(unit->data), unit->size);
-
+        // Header, parameter sets and picture go straight into the envelope: one copy per picture.
+        const int prefix = key && !kind.parameterSets ? s.parameterSets.size() : 0;
         KavFrame frame {};
         frame.type = key ? KAV_TYPE_KEY : KAV_TYPE_VIDEO;
-        frame.data = reinterpret_cast<const unsigned char*>(payload.constData());
-        frame.size = uint32_t(payload.size());
+        frame.data = unit->data;
+        frame.size = uint32_t(prefix + unit->size);
         frame.timestamp = uint64_t(condition_.begin.toMSecsSinceEpoch() + position_);
-        KavStreamInfo info {};
-        info.flags = KAV_STREAM_VIDEO | KAV_STREAM_AUDIO;
-        info.videoCodec = uint32_t(s.kavCodec);
-        info.frameRateNum = uint32_t(s.rate.num);
-        info.frameRateDen = uint32_t(s.rate.den);
-        info.width = s.width;
-        info.height = s.height;
-        const int capacity = KavCalcFrameSize(frame.type, frame.size);
-        QByteArray envelope(capacity > 0 ? capacity : 0, Qt::Uninitialized);
-        const int packed = capacity > 0
-            ? KavPackFrame(&frame, &info, reinterpret_cast<unsigned char*>(envelope.data()), capacity)
-            : -1;
-        if (packed > 0) {
-            envelope.resize(packed);
+        const int total = KavCalcFrameSize(frame.type, frame.size);
+        QByteArray envelope(total > 0 ? total : 0, Qt::Uninitialized);
+        auto* out = reinterpret_cast<unsigned char*>(envelope.data());
+        const int header = total > 0 ? KavPackFrameHeader(&frame, &s.info, out, total) : -1;
+        if (header > 0 && header + int(frame.size) == total) {
+            std::memcpy(out + header, s.parameterSets.constData(), size_t(prefix));
+            std::memcpy(out + header + prefix, unit->data, size_t(unit->size));
             if (!s.live)
                 pace(position_);
             if (!stopping_)
