@@ -2,6 +2,7 @@
 
 #include "ClientSignals.h"
 #include "KavFrame.h"
+#include "PlaybackRequests.h"
 #include "StreamEvent.h"
 
 extern "C" {
@@ -11,6 +12,7 @@ extern "C" {
 
 #include <QStringList>
 
+#include <cmath>
 #include <cstring>
 
 #include <pthread.h>
@@ -98,10 +100,9 @@ RecordingStream::~RecordingStream()
 
 double RecordingStream::speedOf(const QString& speedText)
 {
-    static const QStringList texts { "1/16", "1/8", "1/4", "1/2", "1", "2", "4", "8", "16" };
-    static const double speeds[] = { 1.0 / 16, 1.0 / 8, 1.0 / 4, 1.0 / 2, 1, 2, 4, 8, 16 };
-    const int at = texts.indexOf(speedText);
-    return at < 0 ? 0 : speeds[at];
+    // The accepted texts run from 1/16 to 16, doubling at each step.
+    const int at = playback_speed_texts().indexOf(speedText);
+    return at < 0 ? 0 : std::ldexp(1.0, at - 4);
 }
 
 void RecordingStream::start()
