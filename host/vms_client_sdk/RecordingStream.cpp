@@ -77,6 +77,23 @@ struct RecordingStream::Source {
     qint64 lastPtsMs = -1;
     QByteArray parameterSets; // Annex B extradata, put before key pictures that lack it
 
+    // Where the video stream's time begins, in its time base.
+    int64_t startTime() const
+    {
+        const AVStream* st = fmt->streams[stream];
+        return st->start_time != AV_NOPTS_VALUE ? st->start_time : 0;
+    }
+
+    // Reading moved: pictures up to the next key one cannot be decoded, and the next one
+    // is taken as a frame on.
+    void restart()
+    {
+        if (bsf)
+            av_bsf_flush(bsf);
+        needKey = true;
+        lastPtsMs = -1;
+    }
+
     ~Source()
     {
         av_packet_free(&filtered);
@@ -230,7 +247,8 @@ void RecordingStream::run()
     }
     event(STREAM_EVENT_CONNECTED);
     AVPacket* packet = av_packet_alloc();
-    while (packet && !stopping_ && waitWhilePaused(s.live) && applySeek(s)) {
+    while (packet && !stopping_ && waitWhilePaused(s.live)) {
+        applySeek(s);
         if (!readVideo(s, packet))
             break;
         bool drop = false;
@@ -257,7 +275,7 @@ bool RecordingStream::waitWhilePaused(bool live)
     return !stopping_;
 }
 
-bool RecordingStream::applySeek(Source& s)
+void RecordingStream::applySeek(Source& s)
 {
     qint64 offset = -1;
     {
@@ -267,22 +285,17 @@ bool RecordingStream::applySeek(Source& s)
             reanchor_ = true; // the clock restarts at the new place, not at the last picture sent
     }
     if (offset < 0)
-        return true;
+        return;
     position_ = offset;
     s.started = false;
     if (s.live)
-        return true;
-    const AVStream* st = s.fmt->streams[s.stream];
+        return;
     const qint64 inClip = s.durationMs > 0 ? offset % s.durationMs : offset;
-    const int64_t start = st->start_time != AV_NOPTS_VALUE ? st->start_time : 0;
-    const int64_t target = start + av_rescale_q(inClip, AVRational { 1, 1000 }, st->time_base);
+    const int64_t start = s.startTime();
+    const int64_t target = start + av_rescale_q(inClip, AVRational { 1, 1000 }, s.fmt->streams[s.stream]->time_base);
     if (av_seek_frame(s.fmt, s.stream, target, AVSEEK_FLAG_BACKWARD) < 0)
         av_seek_frame(s.fmt, s.stream, start, AVSEEK_FLAG_BACKWARD);
-    if (s.bsf)
-        av_bsf_flush(s.bsf);
-    s.needKey = true;
-    s.lastPtsMs = -1;
-    return true;
+    s.restart();
 }
 
 // The next picture of the video stream; a file that ends before the span does starts over.
@@ -298,18 +311,11 @@ bool RecordingStream::readVideo(Source& s, AVPacket* packet)
         }
         if (stopping_)
             return false;
-        const AVStream* st = s.fmt->streams[s.stream];
-        if (s.live || ++rewinds > 1
-            || av_seek_frame(
-                   s.fmt, s.stream, st->start_time != AV_NOPTS_VALUE ? st->start_time : 0, AVSEEK_FLAG_BACKWARD)
-                < 0) {
+        if (s.live || ++rewinds > 1 || av_seek_frame(s.fmt, s.stream, s.startTime(), AVSEEK_FLAG_BACKWARD) < 0) {
             event(STREAM_EVENT_CONNECT_BROKEN);
             return false;
         }
-        if (s.bsf)
-            av_bsf_flush(s.bsf);
-        s.needKey = true;
-        s.lastPtsMs = -1; // the next picture is one frame on
+        s.restart();
     }
     return false;
 }

@@ -45,7 +45,7 @@ private:
     void run();
     bool open(Source& source);
     bool waitWhilePaused(bool live);
-    bool applySeek(Source& source);
+    void applySeek(Source& source);
     bool readVideo(Source& source, AVPacket* packet);
     void relay(Source& source, AVPacket* packet);
     void pace(qint64 position);
