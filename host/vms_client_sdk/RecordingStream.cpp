@@ -378,20 +378,16 @@ void RecordingStream::relay(Source& s, AVPacket* packet)
 void RecordingStream::pace(qint64 position)
 {
     std::unique_lock<std::mutex> lock(mutex_);
-    if (reanchor_ || stepping_) {
-        reanchor_ = false;
-        anchorWall_ = Clock::now();
-        anchorPosition_ = position;
-        return;
+    if (!reanchor_ && !stepping_) {
+        const auto due
+            = anchorWall_ + std::chrono::microseconds(qint64(double(position - anchorPosition_) * 1000.0 / speed_));
+        wake_.wait_until(lock, due, [this] { return stopping_ || reanchor_; });
+        if (!reanchor_)
+            return;
     }
-    const auto due
-        = anchorWall_ + std::chrono::microseconds(qint64(double(position - anchorPosition_) * 1000.0 / speed_));
-    wake_.wait_until(lock, due, [this] { return stopping_ || reanchor_; });
-    if (reanchor_) {
-        reanchor_ = false;
-        anchorWall_ = Clock::now();
-        anchorPosition_ = position;
-    }
+    reanchor_ = false;
+    anchorWall_ = Clock::now();
+    anchorPosition_ = position;
 }
 
 } // namespace vms_sdk
