@@ -104,7 +104,7 @@ struct RecordingStream::Source {
 
 RecordingStream::RecordingStream(QString streamId, const PlaybackByTimeCondition& condition, QString source)
     : id_(std::move(streamId))
-    , condition_(condition)
+    , beginMs_(condition.begin.toMSecsSinceEpoch())
     , source_(std::move(source))
     , spanMs_(condition.begin.msecsTo(condition.end))
 {
@@ -165,7 +165,7 @@ bool RecordingStream::setSpeed(const QString& speedText)
 void RecordingStream::seek(const QDateTime& time)
 {
     std::lock_guard<std::mutex> lock(mutex_);
-    seekTo_ = qBound<qint64>(0, condition_.begin.msecsTo(time), spanMs_);
+    seekTo_ = qBound<qint64>(0, time.toMSecsSinceEpoch() - beginMs_, spanMs_);
     stepping_ = paused_; // a paused picture shows where it now stands
     reanchor_ = true;
     wake_.notify_all();
@@ -353,7 +353,7 @@ void RecordingStream::relay(Source& s, AVPacket* packet)
         frame.type = key ? KAV_TYPE_KEY : KAV_TYPE_VIDEO;
         frame.data = unit->data;
         frame.size = uint32_t(prefix + unit->size);
-        frame.timestamp = uint64_t(condition_.begin.toMSecsSinceEpoch() + position_);
+        frame.timestamp = uint64_t(beginMs_ + position_);
         const int total = KavCalcFrameSize(frame.type, frame.size);
         QByteArray envelope(total > 0 ? total : 0, Qt::Uninitialized);
         auto* out = reinterpret_cast<unsigned char*>(envelope.data());

@@ -53,7 +53,7 @@ private:
     static int interrupted(void* opaque);
 
     const QString id_;
-    const PlaybackByTimeCondition condition_;
+    const qint64 beginMs_; // the span's start, ms since the epoch: stamped on every picture
     const QString source_;
     const qint64 spanMs_;
 
