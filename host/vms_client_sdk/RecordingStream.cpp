@@ -2,6 +2,7 @@
 
 #include "ClientSignals.h"
 #include "KavFrame.h"
+#include "PlaybackRequests.h"
 #include "StreamEvent.h"
 
 extern "C" {
@@ -11,6 +12,7 @@ extern "C" {
 
 #include <QStringList>
 
+#include <cmath>
 #include <cstring>
 
 #include <pthread.h>
@@ -66,8 +68,7 @@ struct RecordingStream::Source {
     AVPacket* filtered = nullptr;
     int stream = -1;
     int kavCodec = 0;
-    uint16_t width = 0, height = 0;
-    AVRational rate { 25, 1 };
+    KavStreamInfo info {}; // the description every key picture's envelope carries
     qint64 frameMs = 40;
     qint64 durationMs = 0;
     bool live = false;
@@ -75,6 +76,23 @@ struct RecordingStream::Source {
     bool started = false; // a picture went out since the last (re)start: the next one adds time
     qint64 lastPtsMs = -1;
     QByteArray parameterSets; // Annex B extradata, put before key pictures that lack it
+
+    // Where the video stream's time begins, in its time base.
+    int64_t startTime() const
+    {
+        const AVStream* st = fmt->streams[stream];
+        return st->start_time != AV_NOPTS_VALUE ? st->start_time : 0;
+    }
+
+    // Reading moved: pictures up to the next key one cannot be decoded, and the next one
+    // is taken as a frame on.
+    void restart()
+    {
+        if (bsf)
+            av_bsf_flush(bsf);
+        needKey = true;
+        lastPtsMs = -1;
+    }
 
     ~Source()
     {
@@ -86,7 +104,7 @@ struct RecordingStream::Source {
 
 RecordingStream::RecordingStream(QString streamId, const PlaybackByTimeCondition& condition, QString source)
     : id_(std::move(streamId))
-    , condition_(condition)
+    , beginMs_(condition.begin.toMSecsSinceEpoch())
     , source_(std::move(source))
     , spanMs_(condition.begin.msecsTo(condition.end))
 {
@@ -99,10 +117,9 @@ RecordingStream::~RecordingStream()
 
 double RecordingStream::speedOf(const QString& speedText)
 {
-    static const QStringList texts { "1/16", "1/8", "1/4", "1/2", "1", "2", "4", "8", "16" };
-    static const double speeds[] = { 1.0 / 16, 1.0 / 8, 1.0 / 4, 1.0 / 2, 1, 2, 4, 8, 16 };
-    const int at = texts.indexOf(speedText);
-    return at < 0 ? 0 : speeds[at];
+    // The accepted texts run from 1/16 to 16, doubling at each step.
+    const int at = playback_speed_texts().indexOf(speedText);
+    return at < 0 ? 0 : std::ldexp(1.0, at - 4);
 }
 
 void RecordingStream::start()
@@ -148,7 +165,7 @@ bool RecordingStream::setSpeed(const QString& speedText)
 void RecordingStream::seek(const QDateTime& time)
 {
     std::lock_guard<std::mutex> lock(mutex_);
-    seekTo_ = qBound<qint64>(0, condition_.begin.msecsTo(time), spanMs_);
+    seekTo_ = qBound<qint64>(0, time.toMSecsSinceEpoch() - beginMs_, spanMs_);
     stepping_ = paused_; // a paused picture shows where it now stands
     reanchor_ = true;
     wake_.notify_all();
@@ -190,13 +207,16 @@ bool RecordingStream::open(Source& s)
     if (par->width <= 0 || par->width > 0xffff || par->height <= 0 || par->height > 0xffff)
         return false;
     s.kavCodec = par->codec_id == AV_CODEC_ID_H264 ? kKavH264 : kKavHevc;
-    s.width = uint16_t(par->width);
-    s.height = uint16_t(par->height);
     AVRational rate = st->avg_frame_rate.num > 0 && st->avg_frame_rate.den > 0 ? st->avg_frame_rate : st->r_frame_rate;
     const double fps = rate.den > 0 ? av_q2d(rate) : 0;
     if (fps < 1 || fps > 120)
         rate = AVRational { 25, 1 };
-    s.rate = rate;
+    s.info.flags = KAV_STREAM_VIDEO | KAV_STREAM_AUDIO;
+    s.info.videoCodec = uint32_t(s.kavCodec);
+    s.info.frameRateNum = uint32_t(rate.num);
+    s.info.frameRateDen = uint32_t(rate.den);
+    s.info.width = uint16_t(par->width);
+    s.info.height = uint16_t(par->height);
     s.frameMs = qBound<qint64>(1, qint64(1000.0 / av_q2d(rate)), kMaxFrameGapMs);
     s.durationMs = s.fmt->duration > 0 ? s.fmt->duration / (AV_TIME_BASE / 1000) : 0;
     s.live = !s.fmt->pb || !(s.fmt->pb->seekable & AVIO_SEEKABLE_NORMAL);
@@ -227,7 +247,8 @@ void RecordingStream::run()
     }
     event(STREAM_EVENT_CONNECTED);
     AVPacket* packet = av_packet_alloc();
-    while (packet && !stopping_ && waitWhilePaused(s.live) && applySeek(s)) {
+    while (packet && !stopping_ && waitWhilePaused(s.live)) {
+        applySeek(s);
         if (!readVideo(s, packet))
             break;
         bool drop = false;
@@ -254,7 +275,7 @@ bool RecordingStream::waitWhilePaused(bool live)
     return !stopping_;
 }
 
-bool RecordingStream::applySeek(Source& s)
+void RecordingStream::applySeek(Source& s)
 {
     qint64 offset = -1;
     {
@@ -264,22 +285,17 @@ bool RecordingStream::applySeek(Source& s)
             reanchor_ = true; // the clock restarts at the new place, not at the last picture sent
     }
     if (offset < 0)
-        return true;
+        return;
     position_ = offset;
     s.started = false;
     if (s.live)
-        return true;
-    const AVStream* st = s.fmt->streams[s.stream];
+        return;
     const qint64 inClip = s.durationMs > 0 ? offset % s.durationMs : offset;
-    const int64_t start = st->start_time != AV_NOPTS_VALUE ? st->start_time : 0;
-    const int64_t target = start + av_rescale_q(inClip, AVRational { 1, 1000 }, st->time_base);
+    const int64_t start = s.startTime();
+    const int64_t target = start + av_rescale_q(inClip, AVRational { 1, 1000 }, s.fmt->streams[s.stream]->time_base);
     if (av_seek_frame(s.fmt, s.stream, target, AVSEEK_FLAG_BACKWARD) < 0)
         av_seek_frame(s.fmt, s.stream, start, AVSEEK_FLAG_BACKWARD);
-    if (s.bsf)
-        av_bsf_flush(s.bsf);
-    s.needKey = true;
-    s.lastPtsMs = -1;
-    return true;
+    s.restart();
 }
 
 // The next picture of the video stream; a file that ends before the span does starts over.
@@ -295,18 +311,11 @@ bool RecordingStream::readVideo(Source& s, AVPacket* packet)
         }
         if (stopping_)
             return false;
-        const AVStream* st = s.fmt->streams[s.stream];
-        if (s.live || ++rewinds > 1
-            || av_seek_frame(
-                   s.fmt, s.stream, st->start_time != AV_NOPTS_VALUE ? st->start_time : 0, AVSEEK_FLAG_BACKWARD)
-                < 0) {
+        if (s.live || ++rewinds > 1 || av_seek_frame(s.fmt, s.stream, s.startTime(), AVSEEK_FLAG_BACKWARD) < 0) {
             event(STREAM_EVENT_CONNECT_BROKEN);
             return false;
         }
-        if (s.bsf)
-            av_bsf_flush(s.bsf);
-        s.needKey = true;
-        s.lastPtsMs = -1; // the next picture is one frame on
+        s.restart();
     }
     return false;
 }
@@ -338,30 +347,20 @@ void RecordingStream::relay(Source& s, AVPacket* packet)
     s.started = true;
     position_ += delta;
     if (position_ < spanMs_) {
-        QByteArray payload;
-        if (key && !kind.parameterSets && !s.parameterSets.isEmpty())
-            payload = s.parameterSets;
-        payload.append(reinterpret_cast<const char*>(unit->data), unit->size);
-
+        // Header, parameter sets and picture go straight into the envelope: one copy per picture.
+        const int prefix = key && !kind.parameterSets ? s.parameterSets.size() : 0;
         KavFrame frame {};
         frame.type = key ? KAV_TYPE_KEY : KAV_TYPE_VIDEO;
-        frame.data = reinterpret_cast<const unsigned char*>(payload.constData());
-        frame.size = uint32_t(payload.size());
-        frame.timestamp = uint64_t(condition_.begin.toMSecsSinceEpoch() + position_);
-        KavStreamInfo info {};
-        info.flags = KAV_STREAM_VIDEO | KAV_STREAM_AUDIO;
-        info.videoCodec = uint32_t(s.kavCodec);
-        info.frameRateNum = uint32_t(s.rate.num);
-        info.frameRateDen = uint32_t(s.rate.den);
-        info.width = s.width;
-        info.height = s.height;
-        const int capacity = KavCalcFrameSize(frame.type, frame.size);
-        QByteArray envelope(capacity > 0 ? capacity : 0, Qt::Uninitialized);
-        const int packed = capacity > 0
-            ? KavPackFrame(&frame, &info, reinterpret_cast<unsigned char*>(envelope.data()), capacity)
-            : -1;
-        if (packed > 0) {
-            envelope.resize(packed);
+        frame.data = unit->data;
+        frame.size = uint32_t(prefix + unit->size);
+        frame.timestamp = uint64_t(beginMs_ + position_);
+        const int total = KavCalcFrameSize(frame.type, frame.size);
+        QByteArray envelope(total > 0 ? total : 0, Qt::Uninitialized);
+        auto* out = reinterpret_cast<unsigned char*>(envelope.data());
+        const int header = total > 0 ? KavPackFrameHeader(&frame, &s.info, out, total) : -1;
+        if (header > 0 && header + int(frame.size) == total) {
+            std::memcpy(out + header, s.parameterSets.constData(), size_t(prefix));
+            std::memcpy(out + header + prefix, unit->data, size_t(unit->size));
             if (!s.live)
                 pace(position_);
             if (!stopping_)
@@ -379,20 +378,16 @@ void RecordingStream::relay(Source& s, AVPacket* packet)
 void RecordingStream::pace(qint64 position)
 {
     std::unique_lock<std::mutex> lock(mutex_);
-    if (reanchor_ || stepping_) {
-        reanchor_ = false;
-        anchorWall_ = Clock::now();
-        anchorPosition_ = position;
-        return;
+    if (!reanchor_ && !stepping_) {
+        const auto due
+            = anchorWall_ + std::chrono::microseconds(qint64(double(position - anchorPosition_) * 1000.0 / speed_));
+        wake_.wait_until(lock, due, [this] { return stopping_ || reanchor_; });
+        if (!reanchor_)
+            return;
     }
-    const auto due
-        = anchorWall_ + std::chrono::microseconds(qint64(double(position - anchorPosition_) * 1000.0 / speed_));
-    wake_.wait_until(lock, due, [this] { return stopping_ || reanchor_; });
-    if (reanchor_) {
-        reanchor_ = false;
-        anchorWall_ = Clock::now();
-        anchorPosition_ = position;
-    }
+    reanchor_ = false;
+    anchorWall_ = Clock::now();
+    anchorPosition_ = position;
 }
 
 } // namespace vms_sdk

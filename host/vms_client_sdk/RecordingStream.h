@@ -45,7 +45,7 @@ private:
     void run();
     bool open(Source& source);
     bool waitWhilePaused(bool live);
-    bool applySeek(Source& source);
+    void applySeek(Source& source);
     bool readVideo(Source& source, AVPacket* packet);
     void relay(Source& source, AVPacket* packet);
     void pace(qint64 position);
@@ -53,7 +53,7 @@ private:
     static int interrupted(void* opaque);
 
     const QString id_;
-    const PlaybackByTimeCondition condition_;
+    const qint64 beginMs_; // the span's start, ms since the epoch: stamped on every picture
     const QString source_;
     const qint64 spanMs_;
 

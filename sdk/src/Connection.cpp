@@ -190,13 +190,13 @@ int Connection::sendBare(MessageType type, Clock::time_point deadline, bool wait
 
 int Connection::send(const std::vector<uint8_t>& frame, Clock::time_point deadline, bool wait)
 {
-    if (wait ? !writeGate_.enter(deadline) : !writeGate_.tryEnter())
+    if (wait ? !writeGate_.try_lock_until(deadline) : !writeGate_.try_lock())
         return CMATRIX_ERR_TIMEOUT;
     size_t sent = 0;
     int rc = CMATRIX_ERR_DISCONNECTED;
     if (isOpen())
         rc = socket_.sendAll(frame.data(), frame.size(), deadline, sent);
-    writeGate_.leave();
+    writeGate_.unlock();
     if (sent > 0)
         lastSent_.store(Clock::now().time_since_epoch().count());
     if (rc == CMATRIX_OK || (rc == CMATRIX_ERR_TIMEOUT && sent == 0))

@@ -7,14 +7,9 @@ namespace cmatrix::sdk {
 int MediaLink::acquire(
     Session& session, uint64_t generation, std::shared_ptr<Connection>& out, std::optional<Clock::time_point> until)
 {
-    if (!until)
-        gate_.enter();
-    else if (!gate_.enter(*until))
+    std::unique_lock<WriteGate> lock(gate_, std::defer_lock);
+    if (until ? !lock.try_lock_until(*until) : (lock.lock(), false))
         return CMATRIX_ERR_TIMEOUT;
-    struct Leave {
-        WriteGate& gate;
-        ~Leave() { gate.leave(); }
-    } leave { gate_ };
     if (!connection_ || !connection_->isOpen()) {
         connection_.reset();
         if (const int rc = session.openMedia(generation, connection_, until.value_or(session.deadline()));
@@ -28,9 +23,10 @@ int MediaLink::acquire(
 void MediaLink::close()
 {
     std::shared_ptr<Connection> connection;
-    gate_.enter();
-    connection = std::move(connection_);
-    gate_.leave();
+    {
+        std::lock_guard<WriteGate> lock(gate_);
+        connection = std::move(connection_);
+    }
     if (connection)
         connection->stop();
 }

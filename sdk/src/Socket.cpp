@@ -23,6 +23,30 @@ int millisecondsUntil(Clock::time_point deadline)
     return ms > 0x7fffffff ? 0x7fffffff : int(ms);
 }
 
+namespace {
+
+// Numeric addresses only, in their plain forms: the SDK takes addresses, and a name
+// lookup could block past the timeout. 0 for anything else.
+socklen_t socketAddress(const std::string& ip, uint16_t port, sockaddr_storage& address)
+{
+    address = {};
+    auto* v4 = reinterpret_cast<sockaddr_in*>(&address);
+    auto* v6 = reinterpret_cast<sockaddr_in6*>(&address);
+    if (::inet_pton(AF_INET, ip.c_str(), &v4->sin_addr) == 1) {
+        v4->sin_family = AF_INET;
+        v4->sin_port = htons(port);
+        return sizeof *v4;
+    }
+    if (::inet_pton(AF_INET6, ip.c_str(), &v6->sin6_addr) == 1) {
+        v6->sin6_family = AF_INET6;
+        v6->sin6_port = htons(port);
+        return sizeof *v6;
+    }
+    return 0;
+}
+
+} // namespace
+
 Socket::~Socket()
 {
     if (fd_ >= 0)
@@ -48,29 +72,16 @@ Socket& Socket::operator=(Socket&& other) noexcept
 
 bool Socket::isNumericAddress(const std::string& ip)
 {
-    in6_addr parsed {};
-    return ::inet_pton(AF_INET, ip.c_str(), &parsed) == 1 || ::inet_pton(AF_INET6, ip.c_str(), &parsed) == 1;
+    sockaddr_storage address;
+    return socketAddress(ip, 0, address) != 0;
 }
 
 int Socket::connectTo(const std::string& ip, uint16_t port, Clock::time_point deadline, Socket& out)
 {
-    // Numeric addresses only, in their plain forms: the SDK takes addresses, and a name
-    // lookup could block past the timeout.
-    sockaddr_storage address {};
-    socklen_t length = 0;
-    auto* v4 = reinterpret_cast<sockaddr_in*>(&address);
-    auto* v6 = reinterpret_cast<sockaddr_in6*>(&address);
-    if (::inet_pton(AF_INET, ip.c_str(), &v4->sin_addr) == 1) {
-        v4->sin_family = AF_INET;
-        v4->sin_port = htons(port);
-        length = sizeof *v4;
-    } else if (::inet_pton(AF_INET6, ip.c_str(), &v6->sin6_addr) == 1) {
-        v6->sin6_family = AF_INET6;
-        v6->sin6_port = htons(port);
-        length = sizeof *v6;
-    } else {
+    sockaddr_storage address;
+    const socklen_t length = socketAddress(ip, port, address);
+    if (length == 0)
         return CMATRIX_ERR_INVALID_PARAM;
-    }
     Socket socket(::socket(address.ss_family, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
     if (!socket.isValid())
         return CMATRIX_ERR_CONNECT;
